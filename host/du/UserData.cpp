@@ -1,0 +1,7 @@
+#include "host/du/UserData.h"
+
+namespace du {
+
+UserData::~UserData() = default;
+
+}  // namespace du

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "host/HostApi.h"
+#include "host/du/RefCounted.h"
+
+namespace hxk {
+
+// What a view shows. Others hold scenes by reference only.
+class HOST_API Scene : public du::RefCounted {
+public:
+    ~Scene() override;
+};
+
+}  // namespace hxk

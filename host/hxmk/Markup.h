@@ -1,0 +1,17 @@
+#pragma once
+
+#include "host/HostApi.h"
+#include "host/hxk/Markup.h"
+
+namespace hxmk {
+
+// The base that a plug-in's own markups derive from.
+class HOST_API Markup : public hxk::Markup {
+public:
+    ~Markup() override;
+
+protected:
+    Markup();
+};
+
+}  // namespace hxmk

@@ -1,0 +1,115 @@
+// Fingers to hands, and hands to flight. Decides where the fingers divide into two hands (at the widest gap that is
+// wide enough) and how far the hands of an explore gesture have moved from where they started. A hand's membership is
+// fixed when the fingers are grouped; its measures are read live. Tested by tests/component/HandsTest.cpp.
+#include "touch/TouchWorkflow.h"
+
+#include <cmath>
+#include <iterator>
+
+namespace touch {
+namespace {
+
+// The whole displacement, not only what is beyond the dead zone.
+double BeyondDeadZone(double start, double current, double deadZone) {
+    return current < start - deadZone || current > start + deadZone ? current - start : 0.0;
+}
+
+double ReduceByBand(double displacement, double band) {
+    if (displacement > band) {
+        return displacement - band;
+    }
+    return displacement < -band ? displacement + band : 0.0;
+}
+
+double Square(double value) {
+    return value * value;
+}
+
+}  // namespace
+
+void TouchWorkflow::GroupFingers() {
+    auto split = m_fingerList.end();
+    double widest = HandGapInch;
+    if (!m_fingerList.empty()) {
+        for (auto left = m_fingerList.begin(), right = std::next(left); right != m_fingerList.end(); ++left, ++right) {
+            const PixelPosition a = GetPosition(*left);
+            const PixelPosition b = GetPosition(*right);
+            const double gap = GetTwoFingerDistance(a.x, a.y, b.x, b.y);
+            if (gap > widest) {
+                widest = gap;
+                split = right;
+            }
+        }
+    }
+    if (split == m_fingerList.end()) {
+        m_leftHandList.clear();
+        m_rightHandList = m_fingerList;
+        return;
+    }
+    m_leftHandList.assign(m_fingerList.begin(), split);
+    m_rightHandList.assign(split, m_fingerList.end());
+}
+
+void TouchWorkflow::GetHandsProperties() {
+    const auto measure = [this](const std::list<TouchState>& hand, dg::DPoint2D& center, double& size) {
+        if (hand.empty()) {
+            return;
+        }
+        dg::DBox2D box = dg::DBox2D::EMPTY;
+        for (const TouchState& finger : hand) {
+            box.Enclose(GetFingerPosition(finger.id));
+        }
+        center = box.GetCenter();
+        size = box.GetDiagonal();
+    };
+    measure(m_leftHandList, m_leftHandCenter, m_leftHandSize);
+    measure(m_rightHandList, m_rightHandCenter, m_rightHandSize);
+}
+
+bool TouchWorkflow::GetExploreEnabled() const {
+    return m_shapeView && m_shapeView->GetNavMethod() == "explore";
+}
+
+dg::DVec2 TouchWorkflow::GetExploreFlyDelta() {
+    m_zoomStep = m_worldDistance * ExploreStepScale;
+    const double dx = GetExploreLeftTouchXDelta(ExploreDeadZonePx);
+    const double dy = GetExploreLeftTouchYDelta(ExploreDeadZonePx);
+    if (dx == 0.0 && dy == 0.0) {
+        return dg::DVec2::ZERO;
+    }
+    const double bandX = m_viewPixelWidth / FlyBandsPerView;
+    const double bandY = m_viewPixelHeight / FlyBandsPerView;
+    return {ReduceByBand(dx, bandX) / bandX * m_zoomStep, dy / bandY * m_zoomStep * m_shapeView->GetNavSpeed()};
+}
+
+double TouchWorkflow::GetExploreLeftTouchXDelta(double deadZone) const {
+    return BeyondDeadZone(m_exploreLeftStart.x, m_leftHandCenter.x, deadZone);
+}
+
+double TouchWorkflow::GetExploreLeftTouchYDelta(double deadZone) const {
+    return BeyondDeadZone(m_exploreLeftStart.y, m_leftHandCenter.y, deadZone);
+}
+
+double TouchWorkflow::GetExploreRightTouchXDelta(double deadZone) const {
+    return m_twoHandsExplore ? BeyondDeadZone(m_exploreRightStart.x, m_rightHandCenter.x, deadZone)
+                             : BeyondDeadZone(m_exploreCenterStart.x, m_gestureCenter.x, deadZone);
+}
+
+double TouchWorkflow::GetExploreRightTouchYDelta(double deadZone) const {
+    return m_twoHandsExplore ? BeyondDeadZone(m_exploreRightStart.y, m_rightHandCenter.y, deadZone)
+                             : BeyondDeadZone(m_exploreCenterStart.y, m_gestureCenter.y, deadZone);
+}
+
+// The turn grows with the square of the displacement, against its direction.
+dg::DVec2 TouchWorkflow::GetExploreTurnDelta(double stepSeconds) const {
+    const double dx = GetExploreRightTouchXDelta(ExploreDeadZonePx);
+    const double dy = GetExploreRightTouchYDelta(ExploreDeadZonePx);
+    if (dx == 0.0 && dy == 0.0) {
+        return dg::DVec2::ZERO;
+    }
+    const double kx = Square(1 / (m_viewPixelWidth * 0.5));
+    const double ky = Square(1 / (m_viewPixelHeight * 0.5));
+    return {std::abs(dx) * dx * kx * (stepSeconds * TurnGain), std::abs(dy) * dy * ky * (stepSeconds * TurnGain)};
+}
+
+}  // namespace touch

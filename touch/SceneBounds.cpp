@@ -1,0 +1,40 @@
+// The request for the model's bounding box, which scales zoom and flight. The host answers later; until then the
+// previous box stays in use. Decides what counts as an answer: every one that comes, a failed one as an empty box.
+//
+// Who keeps whom alive: while a request is in flight the workflow holds the request and the request holds the workflow.
+// Receiving the answer, or replacing the request by a newer one that is answered, ends that circle. A host that drops
+// the workflow while a request is waiting must therefore end the request too: complete it, with any status. A request
+// that was cancelled or replaced is let go by the workflow at once and holds it only for as long as the host holds the
+// request. Tested by tests/component/SceneBoundsTest.cpp.
+#include "host/dp/HXTracer.h"
+#include "touch/TouchGetBoundsEvent.h"
+#include "touch/TouchWorkflow.h"
+
+namespace touch {
+
+void TouchWorkflow::RequestBounds() {
+    if (!m_shapeView) {
+        return;
+    }
+    if (m_boundsEvent) {
+        m_boundsEvent->Cancel();
+    }
+    // Held here too: the host may answer, and so end the request, before it returns.
+    const du::SmartPtr<TouchGetBoundsEvent> request(new TouchGetBoundsEvent(du::SmartPtr<TouchWorkflow>(this)));
+    m_boundsEvent = request;
+    if (ManageObject(request)) {
+        m_shapeView->GetBoundingBox(false, true, request.Get());
+        return;
+    }
+    const dp::HXTracer tracer("touch", "TouchWorkflow");
+    tracer(dp::TraceError) << "RequestBounds(): GetBoundingBox() failed.\n";
+    ReceiveBounds(dg::DBox::EMPTY);
+}
+
+void TouchWorkflow::ReceiveBounds(const dg::DBox& bounds) {
+    m_modelBounds = bounds;
+    m_boundsEvent = nullptr;
+    GetWorldDistance();
+}
+
+}  // namespace touch

@@ -1,0 +1,61 @@
+// Coasting: a spin that is released while the model still turns fast goes on for a moment. Decides how fast it turns:
+// every tick's own rotation, never a sum of them. On release the host gets a transition that carries the camera one
+// sampled rotation further. Tested by tests/component/SpinAnimationTest.cpp.
+#include "touch/CameraSpinTransition.h"
+#include "touch/QuaternionMath.h"
+#include "touch/TouchWorkflow.h"
+
+namespace touch {
+
+// The share 50 ms / interval of the way from the tick's rotation to none: a 50 ms tick gives none, shorter ticks go
+// past it and give the reversed rotation, which is what turns the camera on the way the finger went.
+void TouchWorkflow::SampleSpinVelocity(std::int64_t elapsed) {
+    if (!m_viewChanged || !m_spinInertia || elapsed <= 0 || m_firstFingerId == FreeSlotId) {
+        return;
+    }
+    const TouchState* finger = FindSlot(m_firstFingerId);
+    if (finger == nullptr) {
+        return;
+    }
+    const dg::Quaternion<float> rotation =
+        m_velocityTrackball.Drag(dg::DPoint3D(finger->currentX, finger->currentY, 0));
+    m_spinVelocity = SlerpQuaternion(rotation, {}, VelocitySampleMs / static_cast<float>(elapsed));
+}
+
+void TouchWorkflow::StartSpinAnimation() {
+    workflow::WorkflowManagerCore* manager = GetManagerCore();
+    if (manager == nullptr) {
+        return;
+    }
+    dg::Camera3D camera;
+    m_shapeView->GetCamera(camera);
+    du::SmartPtr<hxk::Scene> scene;
+    m_shapeView->GetScene(scene);
+    manager->StopTransition();
+    const std::int64_t context = manager->GetTransitionContext(0);
+    const dg::Location start = camera.GetLocation();
+    RotateVectorByLocation(m_spinVelocity, start);
+    dg::Location end = start * dg::DMat44::Rotation(m_spinCenter, m_spinVelocity);
+    end.Sanitize();
+
+    const du::SmartPtr<animation::CameraSpinTransition> spin(new animation::CameraSpinTransition);
+    spin->startDelay = 0;
+    spin->duration = CoastDurationMs;
+    spin->scene = scene;
+    spin->view = m_shapeView;
+    spin->start = start;
+    spin->end = end;
+    spin->spinCenter = m_spinCenter;
+    du::SmartPtr<workflow::TransitionQueue> queue;
+    manager->GetTransitionQueue(queue);
+    if (queue) {
+        queue->AddTransition(spin, context);
+    }
+}
+
+void TouchWorkflow::ApplyGestureCamera(const dg::Location& location) {
+    m_shapeView->SetCameraLocation(location);
+    m_viewChanged = true;
+}
+
+}  // namespace touch

@@ -1,0 +1,34 @@
+// The twist: fingers turning about their centre turn the model about the view axis through the point under that centre.
+// The step is the raw difference of two directions; across the fold at a full turn it is off by a whole turn, which is
+// the same rotation. Tested by tests/component/TwistTest.cpp.
+#include "touch/QuaternionMath.h"
+#include "touch/TouchWorkflow.h"
+
+namespace touch {
+
+bool TouchWorkflow::ProcessRotation() {
+    if (m_fingerCountChanged || !m_rotationStarted || DontUpdateView()) {
+        return false;
+    }
+    if (!m_orthographic && GetExploreEnabled()) {
+        return false;
+    }
+    UpdateViewParameters();
+    const double step = m_gestureAngle - m_lastGestureAngle;
+    if (m_dontSpin || step == 0) {
+        return true;
+    }
+    dg::Location location = m_cameraLocation;
+    dg::Quaternion<float> turn = QuaternionFromAxisAngle(dg::DVec3::Z, step);
+    InvertQuaternion(turn);
+    RotateVectorByLocation(turn, location);
+    dg::DPoint3D center(GetViewPlaneGestureCenter());
+    center *= location;
+    location = location * dg::DMat44::Rotation(center, turn);
+    location.Sanitize();
+    m_lastGestureAngle = m_gestureAngle;
+    ApplyGestureCamera(location);
+    return true;
+}
+
+}  // namespace touch
