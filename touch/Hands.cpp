@@ -9,6 +9,8 @@
 namespace touch {
 namespace {
 
+const du::Symbol ExploreMethod("explore");
+
 // The whole displacement, not only what is beyond the dead zone.
 double BeyondDeadZone(double start, double current, double deadZone) {
     return current < start - deadZone || current > start + deadZone ? current - start : 0.0;
@@ -67,7 +69,7 @@ void TouchWorkflow::GetHandsProperties() {
 }
 
 bool TouchWorkflow::GetExploreEnabled() const {
-    return m_shapeView && m_shapeView->GetNavMethod() == "explore";
+    return m_shapeView && m_shapeView->GetNavMethod() == ExploreMethod;
 }
 
 dg::DVec2 TouchWorkflow::GetExploreFlyDelta() {

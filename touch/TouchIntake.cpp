@@ -13,6 +13,21 @@ bool IsView2D(const hxk::View& view) {
            view.IsATypeOfId(hxk::EcadPcbViewId) || view.IsATypeOfId(hxk::SchematicFigureViewId);
 }
 
+// Makes `latest` the view of this frame; false, with `latest` as it was, when the view is of another class. On most
+// frames it is the same view as before, which needs no run-time test.
+template <class Kind>
+bool FollowView(du::SmartPtr<Kind>& latest, const du::SmartPtr<hxk::View>& view) {
+    if (latest.Get() == view.Get()) {
+        return true;
+    }
+    auto* kind = dynamic_cast<Kind*>(view.Get());
+    if (kind == nullptr) {
+        return false;
+    }
+    latest = kind;
+    return true;
+}
+
 }  // namespace
 
 bool TouchWorkflow::OnMsgTouch(int /*reserved*/, int count, int id0, int x0, int y0, int time0, int flags0, int id1,
@@ -53,11 +68,9 @@ bool TouchWorkflow::HandleTouch(int count, const std::array<FingerRecord, SlotCo
 
 bool TouchWorkflow::HandleShapeViewTouch(const du::SmartPtr<hxk::View>& view, int count,
                                          const std::array<FingerRecord, SlotCount>& records) {
-    auto* shapeView = dynamic_cast<hxk::ShapeView*>(view.Get());
-    if (shapeView == nullptr) {
+    if (!FollowView(m_shapeView, view)) {
         return false;
     }
-    m_shapeView = shapeView;
     du::SmartPtr<hxk::Scene> scene;  // held until the frame is processed
     view->GetScene(scene);
     SaveFingersStatus(count, records);
@@ -67,11 +80,9 @@ bool TouchWorkflow::HandleShapeViewTouch(const du::SmartPtr<hxk::View>& view, in
 
 bool TouchWorkflow::HandleView2DTouch(const du::SmartPtr<hxk::View>& view, int count,
                                       const std::array<FingerRecord, SlotCount>& records) {
-    auto* view2D = dynamic_cast<hxk::View2D*>(view.Get());
-    if (view2D == nullptr) {
+    if (!FollowView(m_view2D, view)) {
         return false;
     }
-    m_view2D = view2D;
     SaveFingersStatus(count, records);
     RecognizeGesture2D();
     return process2DViewGesture();

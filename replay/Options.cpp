@@ -1,0 +1,166 @@
+#include "replay/Options.h"
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <map>
+#include <string_view>
+#include <utility>
+
+namespace replay {
+
+namespace {
+
+constexpr std::uint32_t SmallestSide = 2;
+constexpr std::uint32_t LargestSide = 100'000;
+
+// The whole text as a number of pixels.
+std::optional<std::uint32_t> ParseSide(std::string_view text) {
+    std::uint32_t side = 0;
+    const auto [end, fault] = std::from_chars(text.data(), text.data() + text.size(), side);
+    const bool valid = fault == std::errc() && end == text.data() + text.size();
+    return valid && side >= SmallestSide && side <= LargestSide ? std::optional(side) : std::nullopt;
+}
+
+void ParseSize(const std::string& text, RecordingOptions& recording) {
+    const std::size_t separator = std::min(text.find('x'), text.size());
+    const auto width = ParseSide(std::string_view(text).substr(0, separator));
+    const auto height = separator < text.size() ? ParseSide(std::string_view(text).substr(separator + 1)) : width;
+    if (!width || !height || separator == text.size()) {
+        throw UsageError("--size: expected WIDTHxHEIGHT in pixels from " + std::to_string(SmallestSide) + " to " +
+                         std::to_string(LargestSide) + ", found \"" + text + "\"");
+    }
+    recording.width = *width;
+    recording.height = *height;
+}
+
+bool EndsWith(const std::string& text, std::string_view ending) {
+    return text.size() >= ending.size() && text.compare(text.size() - ending.size(), ending.size(), ending) == 0;
+}
+
+void CheckOutputs(const Options& options) {
+    if (options.storyboardPath && !EndsWith(*options.storyboardPath, ".svg") &&
+        !EndsWith(*options.storyboardPath, ".png")) {
+        throw UsageError("--storyboard: expected a file that ends in .svg or .png, found \"" + *options.storyboardPath +
+                         "\"");
+    }
+    std::map<std::string, std::string> outputs;
+    for (const auto& [name, path] :
+         {std::pair<const char*, const std::optional<std::string>&>{"--trace", options.tracePath},
+          {"--write-session", options.sessionPath},
+          {"--storyboard", options.storyboardPath}}) {
+        if (path && path->empty()) {
+            throw UsageError(std::string(name) + ": expected a file name");
+        }
+        if (const auto [other, isNew] = outputs.emplace(path.value_or(name), name); !isNew) {
+            throw UsageError(std::string(name) + ": " + *path + " is written by " + other->second + " already");
+        }
+    }
+}
+
+// Declares the options and parses. CLI11's exceptions for help, version and faults pass on.
+class CommandLine {
+public:
+    explicit CommandLine(const std::string& version) : m_app("Replays touch and tells what it did to the view.") {
+        m_app.set_version_flag("--version", "touch-replay " + version, "Print the version and exit");
+        m_app.footer("Without --trace the story of the touch is printed: a line for each gesture, from when to when,\n"
+                     "with how many fingers, and what the view did. Faults are told in one line, and the exit code\n"
+                     "is then 2.");
+        m_app
+            .add_option("FILE", m_options.file,
+                        "A session (JSON Lines: it begins with '{' or its name ends in .jsonl) or a touch recording "
+                        "(evemu)")
+            ->required();
+        AddOutputs();
+        AddRecordingOptions();
+        m_app.add_option("--model", m_options.modelPath, "The model that shape views show, instead of a bearing block")
+            ->type_name("FILE");
+        m_app.add_option("--plugin", m_options.pluginPath, "The component, instead of the one beside this program")
+            ->type_name("PATH");
+    }
+
+    // Takes the arguments without the program's name.
+    Options Parse(std::vector<std::string> arguments) {
+        std::reverse(arguments.begin(), arguments.end());  // as CLI11 wants a vector
+        m_app.parse(std::move(arguments));
+        if (!m_size.empty()) {
+            ParseSize(m_size, m_options.recording);
+        }
+        m_options.recording.orthographic = m_camera == "orthographic";
+        for (const CLI::Option* option : m_recordingOptions) {
+            if (option->count() > 0) {
+                m_options.recordingOptions.push_back(option->get_name());
+            }
+        }
+        CheckOutputs(m_options);
+        return m_options;
+    }
+
+    [[nodiscard]] std::string GetHelp() const { return m_app.help("touch-replay"); }
+    [[nodiscard]] std::string GetVersion() const { return m_app.version(); }
+
+private:
+    void AddOutputs() {
+        m_app
+            .add_option("--trace", m_options.tracePath,
+                        "Write everything that came of each event; - is standard output")
+            ->type_name("FILE");
+        m_app.add_option("--storyboard", m_options.storyboardPath, "Draw what happened, as .svg or .png")
+            ->type_name("FILE");
+        m_app.add_option("--write-session", m_options.sessionPath, "Write the session that is replayed")
+            ->type_name("FILE");
+    }
+
+    void AddRecordingOptions() {
+        const std::string group = "For recordings only (a session says itself how it is set up)";
+        RecordingOptions& recording = m_options.recording;
+        const std::vector<std::string> kinds(viewer::ViewKinds.begin(), viewer::ViewKinds.end());
+        m_recordingOptions = {
+            m_app.add_option("--size", m_size, "The view in pixels, 1280x800 by default")->type_name("WxH"),
+            m_app.add_option("--view", recording.viewKind, "The kind of view, shapeview by default")
+                ->check(CLI::IsMember(kinds)),
+            m_app.add_option("--camera", m_camera, "Of a shape view, orthographic by default")
+                ->check(CLI::IsMember({"orthographic", "perspective"})),
+            m_app
+                .add_option("--nav-method", recording.navMethod, "Of a shape view: \"explore\" flies and looks around")
+                ->type_name("NAME"),
+            m_app.add_option("--env", recording.environment, "An environment switch that is on; may be repeated")
+                ->type_name("NAME")
+                ->expected(1)
+                ->take_all(),
+            m_app.add_flag("--mouse-echo", m_options.mouseEcho,
+                           "Send the mouse messages, too, that a system makes of touch"),
+        };
+        for (CLI::Option* option : m_recordingOptions) {
+            option->group(group);
+        }
+    }
+
+    CLI::App m_app;
+    Options m_options;
+    std::string m_size;
+    std::string m_camera = "orthographic";
+    std::vector<CLI::Option*> m_recordingOptions;
+};
+
+}  // namespace
+
+std::optional<Options> ParseOptions(int argc, const char* const* argv, const std::string& version,
+                                    std::ostream& output) {
+    CommandLine commandLine(version);
+    try {
+        return commandLine.Parse({argv + std::min(argc, 1), argv + argc});
+    } catch (const CLI::CallForHelp&) {
+        output << commandLine.GetHelp();
+    } catch (const CLI::CallForVersion&) {
+        output << commandLine.GetVersion() << '\n';
+    } catch (const CLI::ParseError& fault) {
+        throw UsageError(std::string(fault.what()) + " (touch-replay --help lists the options)");
+    }
+    return std::nullopt;
+}
+
+}  // namespace replay

@@ -1,0 +1,41 @@
+// The command line of the replay program.
+#pragma once
+
+#include "replay/RecordingSession.h"
+
+#include <optional>
+#include <ostream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace replay {
+
+// The command line is not as it should be; what() is one line.
+class UsageError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+struct Options {
+    std::string file;  // the session or recording
+
+    // For recordings only. The bounds are those of the model, which the command line does not know.
+    RecordingOptions recording;
+    bool mouseEcho = false;
+    std::vector<std::string> recordingOptions;  // the names of those of them that were given
+
+    std::optional<std::string> modelPath;  // no value: the built-in model
+    std::optional<std::string> pluginPath;
+    std::optional<std::string> sessionPath;  // the outputs that are wanted
+    std::optional<std::string> tracePath;    // "-" is standard output
+    std::optional<std::string> storyboardPath;
+
+    [[nodiscard]] bool IsTraceOnStandardOutput() const { return tracePath == "-"; }
+};
+
+// No value when help or the version was asked for; that is then written to the output. Throws UsageError.
+[[nodiscard]] std::optional<Options> ParseOptions(int argc, const char* const* argv, const std::string& version,
+                                                  std::ostream& output);
+
+}  // namespace replay

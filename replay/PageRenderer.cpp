@@ -1,0 +1,144 @@
+#include "replay/PageRenderer.h"
+
+#include "host/dg/Location.h"
+#include "replay/Clip.h"
+#include "replay/SheetCanvas.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace replay {
+
+namespace {
+
+constexpr dg::Color DeskColor{0.80F, 0.82F, 0.85F, 1};
+constexpr dg::Color PaperEdge{0.55F, 0.58F, 0.62F, 1};
+constexpr double ThinnestLine = 0.45;  // sheet units
+// Text is left out when it is too small to be read as text, or when one letter is larger than any picture.
+constexpr double SmallestText = 1.0;
+constexpr double LargestText = 2000;
+// Shapes are cut this far outside the picture, where their borders do not show.
+constexpr double Margin = 50;
+
+// From the page to the sheet.
+class PageView {
+public:
+    PageView(const viewer::ViewSnapshot& view, const PictureRect& rect)
+        : m_placement(view.placement), m_rect(rect), m_scale(rect.width / view.orthoWidth) {}
+
+    [[nodiscard]] bool IsValid() const {
+        const dg::DPoint2D origin = ToSheet({0, 0});
+        return std::isfinite(m_scale) && m_scale > 0 && std::isfinite(origin.x) && std::isfinite(origin.y);
+    }
+    [[nodiscard]] double GetScale() const { return m_scale; }
+
+    [[nodiscard]] dg::DPoint2D ToSheet(const dg::DPoint2D& page) const {
+        const dg::DVec3 offset = dg::DPoint3D(page.x, page.y, 0) - m_placement.GetPos();
+        const dg::DVec3 local = dg::DMat33(m_placement.GetMat()) * offset;
+        return {m_rect.x + m_rect.width / 2 + local.x * m_scale, m_rect.y + m_rect.height / 2 - local.y * m_scale};
+    }
+
+    [[nodiscard]] ClipRect GetClip() const {
+        return {m_rect.x - Margin, m_rect.y - Margin, m_rect.x + m_rect.width + Margin,
+                m_rect.y + m_rect.height + Margin};
+    }
+
+private:
+    dg::Location m_placement;
+    PictureRect m_rect;
+    double m_scale;
+};
+
+void FillArea(cairo_t* context, const PageView& view, const viewer::Loop& outline, const dg::Color& fill) {
+    viewer::Loop loop;
+    for (const dg::DPoint2D& point : outline) {
+        loop.push_back(view.ToSheet(point));
+    }
+    for (const dg::DPoint2D& point : ClipArea(std::move(loop), view.GetClip())) {
+        cairo_line_to(context, point.x, point.y);
+    }
+    cairo_close_path(context);
+    SetColor(context, fill);
+    cairo_fill(context);
+}
+
+void DrawPageLine(cairo_t* context, const PageView& view, const viewer::PageLine& line) {
+    const auto clipped = ClipLine(view.ToSheet(line.from), view.ToSheet(line.to), view.GetClip());
+    if (!clipped) {
+        return;
+    }
+    const double dash = 0.12 * view.GetScale();
+    // Dashes that are too short to be told apart cost time without end.
+    if (line.dashed && dash > 0.5) {
+        cairo_set_dash(context, &dash, 1, 0);
+    }
+    cairo_set_line_width(context, std::max(line.width * view.GetScale(), ThinnestLine));
+    cairo_move_to(context, clipped->first.x, clipped->first.y);
+    cairo_line_to(context, clipped->second.x, clipped->second.y);
+    SetColor(context, line.color);
+    cairo_stroke(context);
+    cairo_set_dash(context, nullptr, 0, 0);
+}
+
+// The letters are drawn as shapes, so that they turn with the page and are cut off at the picture's border.
+void DrawPageText(cairo_t* context, const PageView& view, const viewer::PageText& text) {
+    const double size = text.height * view.GetScale();
+    const dg::DPoint2D at = view.ToSheet(text.at);
+    const ClipRect clip = view.GetClip();
+    const double reach = size * static_cast<double>(text.text.size() + 1);
+    if (!(size >= SmallestText && size <= LargestText && at.x > clip.left - reach && at.x < clip.right + reach &&
+          at.y > clip.bottom - reach && at.y < clip.top + reach)) {
+        return;
+    }
+    const dg::DPoint2D right = view.ToSheet({text.at.x + 1, text.at.y});
+    const dg::DPoint2D up = view.ToSheet({text.at.x, text.at.y + 1});
+    cairo_matrix_t matrix;
+    cairo_matrix_init(&matrix, (right.x - at.x) * text.height, (right.y - at.y) * text.height,
+                      (at.x - up.x) * text.height, (at.y - up.y) * text.height, 0, 0);
+    if (std::abs(matrix.xx * matrix.yy - matrix.xy * matrix.yx) < 1e-6) {
+        return;  // seen edge-on: the drawing library refuses a matrix that cannot be inverted
+    }
+    cairo_save(context);
+    cairo_select_font_face(context, "sans-serif", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
+    cairo_translate(context, at.x, at.y);
+    cairo_transform(context, &matrix);
+    cairo_set_font_size(context, 1.3);  // capitals are then about as high as the text is said to be
+    cairo_text_extents_t extents{};
+    cairo_text_extents(context, text.text.c_str(), &extents);
+    cairo_move_to(context, text.align == viewer::TextAlign::Center ? -extents.x_advance / 2 : 0.0, 0);
+    cairo_text_path(context, text.text.c_str());
+    SetColor(context, text.color);
+    cairo_fill(context);
+    cairo_restore(context);
+}
+
+}  // namespace
+
+void DrawPage(cairo_t* context, const viewer::Page& page, const viewer::ViewSnapshot& view, const PictureRect& rect) {
+    cairo_save(context);
+    cairo_rectangle(context, rect.x, rect.y, rect.width, rect.height);
+    cairo_clip_preserve(context);
+    SetColor(context, DeskColor);
+    cairo_fill(context);
+    const PageView pageView(view, rect);
+    if (pageView.IsValid()) {
+        const viewer::Loop paper =
+            viewer::MakeRectangle(-page.width / 2, -page.height / 2, page.width / 2, page.height / 2);
+        FillArea(context, pageView, paper, page.paper);
+        for (const viewer::PageArea& area : page.areas) {
+            FillArea(context, pageView, area.outline, area.fill);
+        }
+        for (std::size_t i = 0; i < paper.size(); ++i) {
+            DrawPageLine(context, pageView, {paper[i], paper[(i + 1) % paper.size()], 0.01, PaperEdge, false});
+        }
+        for (const viewer::PageLine& line : page.lines) {
+            DrawPageLine(context, pageView, line);
+        }
+        for (const viewer::PageText& text : page.texts) {
+            DrawPageText(context, pageView, text);
+        }
+    }
+    cairo_restore(context);
+}
+
+}  // namespace replay

@@ -1,0 +1,76 @@
+#include "replay/Player.h"
+
+#include "touch/Inspection.h"
+#include "touch/TouchWorkflow.h"
+
+#include <utility>
+#include <variant>
+
+namespace replay {
+
+namespace {
+
+// A power of two, so that the test for it costs nothing.
+constexpr std::size_t EventsBetweenProgress = 256;
+
+// The view type that the component is created for. What no component knows is opened as a shape view would be.
+std::string ComponentViewType(const std::optional<viewer::ViewSpec>& view) {
+    return view && view->kind != "other" ? view->kind : "shapeview";
+}
+
+// Hands an event to the viewer; the answer is the component's.
+struct Delivery {
+    viewer::ReferenceViewer& viewer;
+
+    std::optional<bool> operator()(const TouchEvent& e) const { return viewer.Touch(e.frame); }
+    std::optional<bool> operator()(const TimerEvent& e) const { return viewer.Tick(e.now, e.interval); }
+    std::optional<bool> operator()(const MouseEvent& e) const { return viewer.Mouse(e.type, e.x, e.y); }
+    std::optional<bool> operator()(const ModeEvent& e) const { return viewer.SetMode(e.workflow, e.mode); }
+    std::optional<bool> operator()(const PreferencesEvent& e) const {
+        return viewer.UpdatePreferences(e.values, e.workflow);
+    }
+    std::optional<bool> operator()(const StatusBarEvent& /*e*/) const { return viewer.UpdateStatusBar(); }
+    std::optional<bool> operator()(const SetViewEvent& e) const {
+        viewer.SetView(e.view);
+        return std::nullopt;
+    }
+    std::optional<bool> operator()(const ViewerEvent& e) const {
+        viewer.ChangeView(e.change);
+        return std::nullopt;
+    }
+};
+
+}  // namespace
+
+Player::Player(const Session& session, const std::string& pluginPath, std::shared_ptr<const viewer::Model> model)
+    : m_session(session), m_viewer(session.host) {
+    m_viewer.SetModel(std::move(model));
+    m_viewer.LoadComponent(pluginPath, ComponentViewType(session.view));
+    if (!(m_viewer.GetComponent()->GetName() == "touch")) {
+        throw viewer::PluginError(pluginPath + ": its workflow is not the touch workflow");
+    }
+    m_viewer.SetView(session.view);
+}
+
+void Player::Play(const Observer& observer, const Progress& progress) {
+    // The class's run-time type information lives in the plug-in, out of reach of a dynamic_cast; the workflow's name
+    // tells what it is.
+    const touch::WorkflowInspector inspector(static_cast<const touch::TouchWorkflow&>(*m_viewer.GetComponent()));
+    viewer::CallRecorder& recorder = m_viewer.GetRecorder();
+    const std::size_t total = m_session.events.size();
+    for (std::size_t done = 0; done < total; ++done) {
+        if (progress && done % EventsBetweenProgress == 0) {
+            progress(done, total);
+        }
+        const Event& event = m_session.events[done];
+        recorder.Clear();
+        const std::optional<bool> handled = std::visit(Delivery{m_viewer}, event);
+        observer({done + 1, handled, inspector.GetGesture(), inspector.GetGestureState(), inspector.GetNavigateMode(),
+                  recorder.GetCalls(), event});
+    }
+    if (progress) {
+        progress(total, total);
+    }
+}
+
+}  // namespace replay

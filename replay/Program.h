@@ -1,0 +1,18 @@
+// The replay program without its main function.
+#pragma once
+
+#include <string>
+
+namespace replay {
+
+// What the build tells the program.
+struct ProgramSetup {
+    std::string version;
+    std::string installedPlugin;  // path of the component relative to the program's folder
+    std::string builtPlugin;      // where the component was built; taken when the other is not there
+};
+
+// Runs the program and answers its exit code: 0, or 2 after a fault, which is told in one line on standard error.
+[[nodiscard]] int RunProgram(int argc, const char* const* argv, const ProgramSetup& setup);
+
+}  // namespace replay

@@ -1,0 +1,242 @@
+#include "replay/RecordingSession.h"
+
+#include "host/dg/Vec.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <numbers>
+#include <optional>
+#include <utility>
+
+namespace replay {
+
+namespace {
+
+constexpr std::int64_t TickMs = 10;
+constexpr std::int64_t TailMs = 600;  // longer than the silence of 500 ms that ends a touch
+// Both clocks start above zero: a time of 0 or less carries no value.
+constexpr std::int64_t HostClockStartMs = 1000;
+constexpr std::int32_t TouchClockStartMs = 1000;
+constexpr double MillimetresPerInch = 25.4;
+constexpr std::int64_t MicrosecondsPerMs = 1000;
+
+// Default cameras look at the middle of the model from the front right and above, Z up, and show it with a little room
+// around it: lengths are in radii of the model, half the diagonal of its bounds. The perspective window opens 17
+// degrees to either side of the middle and shows as much as the orthographic one at the model's own distance.
+const dg::DVec3 ViewDirection{1, -1.6, 1.1};  // from the model to the camera
+constexpr double HalfHeightInRadii = 1.2;
+constexpr double OrthographicDistanceInRadii = 6;
+const double PerspectiveHalfHeight = std::tan(17 * std::numbers::pi / 180);
+const double PerspectiveDistanceInRadii = HalfHeightInRadii / PerspectiveHalfHeight;
+
+// A model without extent, or none, is shown as one of radius 1.
+double RadiusOf(const dg::DBox& bounds) {
+    const double radius = bounds.IsEmpty() ? 0 : bounds.GetSize().Norm() / 2;
+    return radius > 0 ? radius : 1;
+}
+
+dg::FVec3 SinglePrecision(const dg::DVec3& v) {
+    return {static_cast<float>(v.x), static_cast<float>(v.y), static_cast<float>(v.z)};
+}
+
+viewer::CameraSpec MakeCamera(const RecordingOptions& options, const dg::DPoint3D& target) {
+    dg::DVec3 w = ViewDirection;
+    w.Normalize();
+    dg::DVec3 u{-w.y, w.x, 0};  // level: at right angles to w and Z
+    u.Normalize();
+    const dg::DVec3 v = dg::CrossProduct(w, u);
+
+    const double radius = RadiusOf(options.bounds);
+    const double halfHeight = options.orthographic ? HalfHeightInRadii * radius : PerspectiveHalfHeight;
+    const double halfWidth = halfHeight * options.width / std::max(options.height, 1U);
+    const double distance = radius * (options.orthographic ? OrthographicDistanceInRadii : PerspectiveDistanceInRadii);
+
+    viewer::CameraSpec camera;
+    camera.orthographic = options.orthographic;
+    camera.left = -halfWidth;
+    camera.right = halfWidth;
+    camera.bottom = -halfHeight;
+    camera.top = halfHeight;
+    camera.distance = 1;
+    camera.location = dg::Location(SinglePrecision(u), SinglePrecision(v), SinglePrecision(w), target + w * distance);
+    return camera;
+}
+
+viewer::ViewSpec MakeView(const RecordingOptions& options) {
+    viewer::ViewSpec view;
+    view.kind = options.viewKind;
+    view.width = options.width;
+    view.height = options.height;
+    if (viewer::IsShapeViewKind(view.kind)) {
+        view.bounds = options.bounds;
+        if (!view.bounds.IsEmpty()) {
+            view.spinCenter = view.bounds.min + view.bounds.GetSize() * 0.5;
+        }
+        view.camera = MakeCamera(options, view.spinCenter);
+        view.navMethod = options.navMethod;
+        view.preferences = viewer::PreferenceValues{{"Model Viewer/display_rotation_center", true}};
+    }
+    return view;
+}
+
+int PixelsPerInch(std::uint32_t pixels, const DeviceAxis& axis) {
+    if (!axis.sizeMm) {
+        return viewer::HostSettings().ppiX;
+    }
+    const double ppi = std::round(pixels * MillimetresPerInch / *axis.sizeMm);
+    return static_cast<int>(std::clamp(ppi, 1.0, static_cast<double>(std::numeric_limits<std::int32_t>::max())));
+}
+
+// The part of the axis that lies before a coordinate, 0 to 1 inside the device's range.
+double FractionOf(std::int32_t coordinate, const DeviceAxis& axis) {
+    return (static_cast<double>(coordinate) - axis.minimum) / (static_cast<double>(axis.maximum) - axis.minimum);
+}
+
+// A pixel of a view. The component takes the coordinate 0 for no value, so the first row and column are left out.
+std::int32_t PixelAt(double fraction, std::uint32_t pixels) {
+    const double last = std::max(1.0, static_cast<double>(pixels) - 1);
+    const double bounded = std::clamp(std::round(fraction * last), 1.0, last);
+    return static_cast<std::int32_t>(std::min(bounded, static_cast<double>(std::numeric_limits<std::int32_t>::max())));
+}
+
+// Sends the reports of a recording as touch frames.
+class FrameSource {
+public:
+    FrameSource(const Recording& recording, const RecordingOptions& options)
+        : m_recording(recording), m_options(options) {}
+
+    // A frame for the report, or none if it changes nothing.
+    std::optional<TouchEvent> FrameOf(const Report& report, std::int64_t ms) {
+        if (report.contacts == m_reported) {
+            return std::nullopt;
+        }
+        m_reported = report.contacts;
+
+        // What stays and what goes comes before what is new, so that a full frame never loses a lift.
+        std::size_t room = viewer::TouchFrame().records.size() - m_fingers.size();
+        std::vector<Finger> fingers;
+        for (const Finger& finger : m_fingers) {
+            if (!Find(report, finger)) {
+                fingers.push_back(
+                    {finger.slot, {finger.record.id, finger.record.x, finger.record.y, 0, viewer::TouchUp}});
+            }
+        }
+        for (const Contact& contact : report.contacts) {
+            const bool isKnown = std::any_of(m_fingers.begin(), m_fingers.end(),
+                                             [&](const Finger& finger) { return IsSame(finger, contact); });
+            if (isKnown || room > 0) {
+                room -= isKnown ? 0 : 1;
+                fingers.push_back({contact.slot, RecordOf(contact, isKnown ? viewer::TouchMove : viewer::TouchDown)});
+            }
+        }
+        std::stable_sort(fingers.begin(), fingers.end(),
+                         [](const Finger& a, const Finger& b) { return a.slot < b.slot; });
+        m_fingers = std::move(fingers);
+        return Send(ms);
+    }
+
+    // A frame that repeats every finger, or none if no finger is down.
+    std::optional<TouchEvent> RestFrame(std::int64_t ms) {
+        for (Finger& finger : m_fingers) {
+            finger.record.flags = viewer::TouchMove;
+        }
+        return Send(ms);
+    }
+
+private:
+    struct Finger {
+        std::int32_t slot;
+        viewer::TouchRecord record;
+    };
+
+    static bool IsSame(const Finger& finger, const Contact& contact) {
+        return finger.slot == contact.slot && finger.record.id == contact.trackingId;
+    }
+
+    static bool Find(const Report& report, const Finger& finger) {
+        return std::any_of(report.contacts.begin(), report.contacts.end(),
+                           [&](const Contact& contact) { return IsSame(finger, contact); });
+    }
+
+    [[nodiscard]] viewer::TouchRecord RecordOf(const Contact& contact, std::int32_t flags) const {
+        // Device rows count downward, view rows upward.
+        return {contact.trackingId, PixelAt(FractionOf(contact.x, m_recording.x), m_options.width),
+                PixelAt(1 - FractionOf(contact.y, m_recording.y), m_options.height), 0, flags};
+    }
+
+    std::optional<TouchEvent> Send(std::int64_t ms) {
+        if (m_fingers.empty()) {
+            return std::nullopt;
+        }
+        TouchEvent event;
+        for (std::size_t i = 0; i < m_fingers.size(); ++i) {
+            event.frame.records.at(i) = m_fingers[i].record;
+            event.frame.records.at(i).time = TouchClockStartMs + static_cast<std::int32_t>(ms);
+        }
+        event.frame.count = static_cast<std::int32_t>(m_fingers.size());
+        std::erase_if(m_fingers, [](const Finger& finger) { return finger.record.flags == viewer::TouchUp; });
+        return event;
+    }
+
+    const Recording& m_recording;
+    const RecordingOptions& m_options;
+    std::vector<Contact> m_reported;  // as the last report told them
+    std::vector<Finger> m_fingers;    // by slot; with their last records; at most as many as a frame has
+};
+
+// Puts ticks, frames of reports and frames of resting fingers in the order of their times.
+class Timeline {
+public:
+    Timeline(const Recording& recording, const RecordingOptions& options)
+        : m_source(recording, options), m_next(recording.reports.begin()), m_end(recording.reports.end()) {
+        const std::int64_t lastMs = recording.reports.empty() ? 0 : TimeOf(recording.reports.back());
+        for (std::int64_t tick = 0; tick < lastMs + TailMs + TickMs; tick += TickMs) {
+            m_events.emplace_back(TimerEvent{HostClockStartMs + tick, TickMs});
+            AddReportsBefore(tick + 1);
+            if (m_next != m_end && tick - m_lastFrameMs >= TickMs) {
+                Add(m_source.RestFrame(tick), tick);
+            }
+            AddReportsBefore(tick + TickMs);
+        }
+    }
+
+    [[nodiscard]] std::vector<Event> TakeEvents() { return std::move(m_events); }
+
+private:
+    static std::int64_t TimeOf(const Report& report) { return report.timeUs / MicrosecondsPerMs; }
+
+    void AddReportsBefore(std::int64_t ms) {
+        for (; m_next != m_end && TimeOf(*m_next) < ms; ++m_next) {
+            Add(m_source.FrameOf(*m_next, TimeOf(*m_next)), TimeOf(*m_next));
+        }
+    }
+
+    void Add(const std::optional<TouchEvent>& frame, std::int64_t ms) {
+        if (frame) {
+            m_events.emplace_back(*frame);
+            m_lastFrameMs = ms;
+        }
+    }
+
+    FrameSource m_source;
+    std::vector<Report>::const_iterator m_next;
+    std::vector<Report>::const_iterator m_end;
+    std::int64_t m_lastFrameMs = 0;  // since the first report, like every time here
+    std::vector<Event> m_events;
+};
+
+}  // namespace
+
+Session SessionFromRecording(const Recording& recording, const RecordingOptions& options) {
+    Session session;
+    session.host.ppiX = PixelsPerInch(options.width, recording.x);
+    session.host.ppiY = PixelsPerInch(options.height, recording.y);
+    session.host.environment = options.environment;
+    session.view = MakeView(options);
+    session.events = Timeline(recording, options).TakeEvents();
+    return session;
+}
+
+}  // namespace replay

@@ -1,0 +1,117 @@
+// What the touch did, in words: a line for each gesture and for everything else that a user would notice.
+#pragma once
+
+#include "replay/GestureTracker.h"
+#include "replay/Observation.h"
+#include "viewer/ViewSnapshot.h"
+#include "viewer/ViewSpec.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <optional>
+#include <ostream>
+#include <string>
+#include <vector>
+
+namespace replay {
+
+// One line.
+struct StoryItem {
+    double from = 0;  // seconds since the first tick
+    double to = 0;
+    std::string who;        // "2 fingers", "after release", "mouse", "host", "component"
+    std::string what;       // "Spin", "Tap"; may be empty
+    std::string text;       // "turned 74 degrees to the right"
+    bool drawable = false;  // a gesture, or a view that goes on moving
+
+    // Of what is drawable; a story of very many gestures keeps the moments of the first ones only.
+    MotionWords words = MotionWords::Picture;  // for the moments' motion
+    std::size_t firstFrame = 0;                // of the touch, from 0
+    std::vector<Moment> moments;
+    std::shared_ptr<const std::vector<FingerPath>> paths;  // may be null
+};
+
+// Listens to a replay, event by event. Times are those of the host's ticks, or of the touch clock while there was none.
+//
+// A turn is told as the angle between the first and the last view of the gesture, in the direction in which the model
+// was seen to go. When the way there was clearly longer, because the finger went to and fro or round a curve, the sum
+// of all steps is told first and then how far from the beginning the model ends.
+class Story {
+public:
+    // The view that is attached before the first event, as it was asked for and as it shows itself.
+    Story(const std::optional<viewer::ViewSpec>& view, const viewer::ViewSnapshot& first);
+
+    // Takes in an event and what the view shows after it.
+    void Observe(const Observation& observation, const viewer::ViewSnapshot& after);
+    // Ends what is still going on. To be called once, after the last event.
+    void Finish();
+
+    // After Finish, by the time at which they begin.
+    [[nodiscard]] const std::vector<StoryItem>& GetItems() const noexcept { return m_items; }
+    [[nodiscard]] const viewer::ViewSnapshot& GetFirstView() const noexcept { return m_first; }
+    [[nodiscard]] const viewer::ViewSnapshot& GetLastView() const noexcept { return m_last; }
+    [[nodiscard]] double GetEndTime() const noexcept { return m_now; }
+    [[nodiscard]] std::size_t GetEventCount() const noexcept { return m_eventCount; }
+
+private:
+    // A spin that goes on after the finger has left.
+    struct Coasting {
+        double from = 0;
+        double to = 0;
+        double plannedDegrees = 0;
+        bool moved = false;
+        MotionMeter meter;
+    };
+    // Mouse messages that follow each other closely, by type: swallowed by the component, and passed on.
+    struct MouseRun {
+        double from = 0;
+        double to = 0;
+        std::map<std::string, int> swallowed;
+        std::map<std::string, int> passed;
+    };
+
+    void AdvanceClock(const Event& event);
+    void FollowTouch(const Observation& observation, const viewer::ViewSnapshot& after);
+    void FollowCalls(const Observation& observation, const viewer::ViewSnapshot& after);
+    void FollowCoasting(const Observation& observation, const viewer::ViewSnapshot& after);
+    void FollowMouse(const Observation& observation);
+    void FollowHost(const Observation& observation, const viewer::ViewSnapshot& after);
+    void FollowModeAndStatus(const Observation& observation, const viewer::ViewSnapshot& after);
+    void EndCoasting(const char* unmovedReason);
+    void EndMouseRun();
+    // Adds to the gesture under way; between touches it becomes a line of its own.
+    void AddAction(const std::string& text);
+    // What the gesture under way turned out to be; nothing for an empty name.
+    void NameGesture(const char* name);
+    void AddLine(const char* who, std::string text);
+    void AddGestures(std::vector<Gesture> gestures);
+    [[nodiscard]] StoryItem ItemOf(Gesture gesture) const;
+    [[nodiscard]] MotionWords WordsFor(touch::GestureType type, const Motion& motion) const;
+
+    viewer::ViewSnapshot m_first;
+    viewer::ViewSnapshot m_last;
+    GestureTracker m_tracker;
+    std::vector<StoryItem> m_items;
+    std::optional<Coasting> m_coasting;
+    std::optional<MouseRun> m_mouseRun;
+    std::optional<std::int64_t> m_firstTick;
+    std::optional<std::int32_t> m_firstTouchTime;
+    std::string m_navMethod;
+    bool m_navigate = true;
+    double m_now = 0;
+    std::size_t m_eventCount = 0;
+    std::size_t m_drawable = 0;  // items with moments so far
+};
+
+// Writes a heading and the lines, in columns.
+void WriteStory(const Story& story, const std::string& title, std::ostream& output);
+
+// The heading's second part, as "412 events in 2.25 s, shapeview 1280 x 800, orthographic, width 16".
+[[nodiscard]] std::string SummaryOf(const Story& story);
+
+// As "0.42 s".
+[[nodiscard]] std::string SecondsText(double seconds);
+
+}  // namespace replay

@@ -1,0 +1,21 @@
+// The pictures of a story: which moments are shown, and what is written under them.
+#pragma once
+
+#include "replay/Story.h"
+#include "replay/Storyboard.h"
+#include "viewer/Model.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+
+namespace replay {
+
+inline constexpr std::size_t MostPanels = 24;  // of a sheet, with the first and the last
+inline constexpr std::size_t MostPanelsOfGesture = 8;
+
+// The first view, each gesture's beginning, steps of equal progress and end, what coasted on, and the last view. When
+// there are more gestures than panels the first ones are shown, and the subtitle says how many are left out.
+[[nodiscard]] Sheet MakeSheet(const Story& story, const std::string& title, std::shared_ptr<const viewer::Model> model);
+
+}  // namespace replay

@@ -1,0 +1,15 @@
+#include "viewer/Model.h"
+
+namespace viewer {
+
+dg::DBox Model::GetBounds() const {
+    dg::DBox bounds;
+    for (const Part& part : parts) {
+        for (const dg::DPoint3D& vertex : part.vertices) {
+            bounds.Enclose(vertex);
+        }
+    }
+    return bounds;
+}
+
+}  // namespace viewer

@@ -1,0 +1,54 @@
+// A plug-in library that is loaded into the process.
+#pragma once
+
+#include "host/du/SmartPtr.h"
+#include "host/workflow/Workflow.h"
+#include "touch/Factory.h"
+
+#include <string>
+
+namespace viewer {
+
+// Keeps a plug-in loaded for as long as it lives. Everything that the plug-in made must be gone before.
+class PluginLibrary {
+public:
+    // Loads the library and calls its HXDllInit. A path without a slash is a file of the current directory, never one
+    // of the system's library folders. Throws PluginError, and then nothing stays loaded.
+    explicit PluginLibrary(const std::string& path);
+    // Calls HXDllTerminate and unloads.
+    ~PluginLibrary();
+    PluginLibrary(const PluginLibrary&) = delete;
+    PluginLibrary& operator=(const PluginLibrary&) = delete;
+
+    // A new workflow "touch" for a view type, never null. Throws PluginError when the factory refuses.
+    [[nodiscard]] du::SmartPtr<workflow::Workflow> CreateWorkflow(const std::string& viewType) const;
+
+private:
+    // Closes the library when the constructor fails half-way, and after the destructor's body.
+    class Handle {
+    public:
+        explicit Handle(const std::string& path);
+        ~Handle();
+        Handle(const Handle&) = delete;
+        Handle& operator=(const Handle&) = delete;
+
+        // The address of an exported function; throws PluginError when there is none of that name.
+        template <class Function>
+        Function* Find(const char* name) const {
+            return reinterpret_cast<Function*>(FindAddress(name));
+        }
+
+    private:
+        void* FindAddress(const char* name) const;
+
+        const std::string& m_path;  // of the library object
+        void* m_library;
+    };
+
+    std::string m_path;
+    Handle m_handle;
+    decltype(HXDllTerminate)* m_terminate;
+    decltype(HXDllCreateComponent)* m_create;
+};
+
+}  // namespace viewer

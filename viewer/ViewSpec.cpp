@@ -1,0 +1,16 @@
+#include "viewer/ViewSpec.h"
+
+#include <algorithm>
+
+namespace viewer {
+
+bool IsShapeViewKind(const std::string& kind) {
+    return kind == "shapeview";
+}
+
+bool Is2DViewKind(const std::string& kind) {
+    return std::find(ViewKinds.begin(), ViewKinds.end(), kind) != ViewKinds.end() && kind != "shapeview" &&
+           kind != "other";
+}
+
+}  // namespace viewer
