@@ -1,0 +1,120 @@
+// Two fingers pan a 3D view; one finger in multi-select mode drags.
+#include "tests/support/FingerScript.h"
+#include "tests/support/Matchers.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace tests {
+namespace {
+
+TEST(Pan, AnOrthographicViewSlidesExactlyWithTheFingers) {
+    struct Row {
+        const char* name;
+        int dx, dy;
+        dg::Location camera;
+        dg::DVec3 travel;
+    };
+    const dg::Location front({1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, 20});
+    const dg::Location side({0, 1, 0}, {0, 0, 1}, {1, 0, 0}, {20, 0, 0});
+    const Row rows[] = {{"right", 40, 0, front, {-0.8, 0, 0}},
+                        {"down", 0, -15, front, {0, 0.3, 0}},
+                        {"one pixel", 1, 0, front, {-0.02, 0, 0}},
+                        {"seen from the side", 40, 20, side, {0, -0.8, -0.4}}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        viewer::ViewSpec view = OrthographicView();
+        view.camera.location = row.camera;
+        FingerScript s = FingerScript::OnShapeView(view);
+        s.Down({{1, 400, 300}, {2, 500, 320}}).ExpectActions({"StopTransition"});
+        s.Move({{1, 400 + row.dx, 300 + row.dy}, {2, 500 + row.dx, 320 + row.dy}});
+        s.ExpectActions({"SetCameraLocation"});
+        EXPECT_TRUE(AreNear(s.CameraLocation().GetPos(), row.camera.GetPos() + row.travel, 1e-12));
+        EXPECT_TRUE(AreNear(s.PixelOf({0, 0, 0}), dg::DPoint2D(500 + row.dx, 300 + row.dy), 1e-9));
+        s.Rest();
+        EXPECT_TRUE(AreNear(s.PixelOf({0, 0, 0}), dg::DPoint2D(500 + row.dx, 300 + row.dy), 1e-9));
+    }
+}
+
+TEST(Pan, StartsFromItsOwnFirstFrame) {
+    FingerScript s = FingerScript::OnShapeView();
+    s.Down({{1, 400, 300}, {2, 500, 300}}).Move({{1, 450, 300}, {2, 550, 300}}).Up({1, 2}).Wait(600);
+    s.Down({{1, 100, 100}, {2, 200, 100}});
+    EXPECT_TRUE(AreNear(s.PixelOf({0, 0, 0}), dg::DPoint2D(550, 300), 1e-9));
+    s.Move({{1, 110, 100}, {2, 210, 100}});
+    EXPECT_TRUE(AreNear(s.PixelOf({0, 0, 0}), dg::DPoint2D(560, 300), 1e-9));
+}
+
+TEST(Pan, APerspectiveCameraTurnsSoThatTheModelFollowsTheFingers) {
+    struct Row {
+        const char* name;
+        int dx, dy;
+    };
+    const Row rows[] = {{"right", 100, 0}, {"left", -100, 0}, {"up", 0, 100}, {"down", 0, -100}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        FingerScript s = FingerScript::OnShapeView(PerspectiveView());
+        s.Down({{1, 450, 300}, {2, 550, 300}});
+        s.Move({{1, 450 + row.dx, 300 + row.dy}, {2, 550 + row.dx, 300 + row.dy}});
+        EXPECT_TRUE(AreNear(s.PixelOf({0, 0, 0}), dg::DPoint2D(500 + row.dx, 300 + row.dy), 1e-3));
+        EXPECT_EQ(s.CameraLocation().GetPos(), dg::DPoint3D(0, 0, 20));
+        s.Move({{1, 450, 300}, {2, 550, 300}});
+        EXPECT_TRUE(AreNear(s.CameraLocation(), PerspectiveView().camera.location, 1e-6)) << "and back";
+    }
+}
+
+TEST(Pan, ExploringPansOnlyAnOrthographicView) {
+    for (const bool orthographic : {true, false}) {
+        viewer::ViewSpec view = orthographic ? OrthographicView() : PerspectiveView();
+        view.navMethod = "explore";
+        FingerScript s = FingerScript::OnShapeView(view);
+        s.Down({{1, 400, 300}, {2, 500, 300}}).Move({{1, 440, 300}, {2, 540, 300}});
+        EXPECT_EQ(s.Calls<viewer::SetCameraLocationCall>().size(), orthographic ? 1U : 0U);
+    }
+}
+
+TEST(Pan, SwitchedOffItStillTakesTheReferencesOfZoomAndTwist) {
+    FingerScript s = FingerScript::OnShapeView(OrthographicView(), WithSwitch("HXAPP_DONTPAN"));
+    s.Down({{1, 300, 300}, {2, 600, 300}}).ExpectActions({"StopTransition"});
+    s.Move({{1, 320, 300}, {2, 620, 300}}).ExpectNoActions();
+    EXPECT_FALSE(s.Inspect().IsViewChanged());
+    s.Move({{1, 320, 300}, {2, 720, 300}});
+    s.ExpectActions({"ManageObject accepted", "GetBoundingBox all visible", "SetOrthographicWidth"});
+    EXPECT_EQ(s.Component().GetOriginalViewWidth(), 20);
+    EXPECT_TRUE(s.Inspect().IsViewChanged());
+    s.Move({{1, 320, 300}, {2, 680, 500}}).Move({{1, 320, 300}, {2, 670, 520}});
+    EXPECT_EQ(s.Calls<viewer::SetCameraLocationCall>().size(), 1U) << "the twist turns the view";
+}
+
+TEST(Pan, AFrameOnWhichAFingerLiftsMovesNothing) {
+    FingerScript s = FingerScript::OnShapeView();
+    s.Down({{1, 300, 300}, {2, 600, 300}}).Tick().Move({{1, 200, 200}, {2, 650, 400}}).Mark().Tick();
+    s.Frame({{1, 100, 100, s.TouchTime(), viewer::TouchUp}, {2, 700, 500, s.TouchTime(), viewer::TouchMove}}, 2);
+    EXPECT_EQ(s.Answer(), false);
+    s.ExpectNoActions();
+}
+
+TEST(Drag, TurnsTheFingerIntoLeftButtonMessagesThatReachTheOthers) {
+    FingerScript s = FingerScript::OnShapeView();
+    s.SwitchMode();
+    EXPECT_EQ(s.Down(1, 100, 200).Answer(), true);
+    s.ExpectActions({"MsgMouseLeftDown 100 200 passed"});
+    s.Tick().Move(1, 0, 230).ExpectActions({"MsgMouseLeftDrag 100 200 passed"});
+    EXPECT_EQ(s.Tick().Move(1, 120, 240).Answer(), true);
+    s.ExpectActions({"MsgMouseLeftDrag 120 240 passed"});
+    s.Rest().ExpectActions({"MsgMouseLeftDrag 120 240 passed"});
+    EXPECT_EQ(s.Move(1, 150, 240).Tick(200).Mark().Up(1).Answer(), true);
+    s.ExpectNoActions();
+    EXPECT_EQ(s.State(), touch::GestureEnded);
+}
+
+TEST(Drag, AShortStillTouchIsAClick) {
+    FingerScript s = FingerScript::OnShapeView();
+    s.SwitchMode().Down(1, 100, 200).Tick(149).Up(1);
+    s.ExpectActions({"MsgMouseLeftDown 100 200 passed", "MsgClickLeft 100 200 passed"});
+    EXPECT_EQ(s.Gesture(), touch::GestureTap);
+}
+
+}  // namespace
+}  // namespace tests

@@ -1,0 +1,175 @@
+// Taps: short still touches become clicks, and two fingers switch the mode.
+#include "tests/support/FingerScript.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace tests {
+namespace {
+
+constexpr char TwoFingerSwitch[] = "HXAPP_TWO_FINGER_TAP_TOUCH_MODE_CHANGE";
+
+TEST(Taps, AClickIsAShortTouchThatStaysNearItsStart) {
+    struct Row {
+        const char* name;
+        int duration, x, y;  // of the lift; the finger came down at (400, 300)
+        bool clicks;
+    };
+    const Row rows[] = {{"149 ms", 149, 400, 300, true},
+                        {"150 ms", 150, 400, 300, false},
+                        {"30 pixels on both axes", 100, 430, 270, true},
+                        {"31 pixels sideways", 100, 431, 300, false},
+                        {"31 pixels down", 100, 400, 269, false},
+                        {"no position in the lift", 100, 0, 0, true}};
+    for (const char* kind : {"shapeview", "drawingview", "schematicfigureview"}) {
+        for (const Row& row : rows) {
+            SCOPED_TRACE(std::string(row.name) + ", " + kind);
+            viewer::ViewSpec view = PageView(kind);
+            view.camera = OrthographicView().camera;
+            FingerScript s = FingerScript::OnShapeView(view);
+            s.Down(1, 400, 300).Tick(row.duration).Mark();
+            s.Frame({{1, row.x, row.y, s.TouchTime(), viewer::TouchUp}}, 1);
+            EXPECT_EQ(s.Answer(), true);
+            const std::string at = std::to_string(row.x) + " " + std::to_string(row.y);
+            s.ExpectActions(row.clicks ? Texts{"MsgClickLeft " + at + " passed"} : Texts{});
+            EXPECT_EQ(s.Gesture() == touch::GestureTap, row.clicks);
+            EXPECT_EQ(s.State(), touch::GestureEnded);
+        }
+    }
+}
+
+TEST(Taps, AFingerThatWentOutAndCameBackDoesNotClick) {
+    FingerScript s = FingerScript::OnShapeView();
+    s.Down(1, 400, 300).Tick(40).Move(1, 431, 300).Tick(40).Move(1, 400, 300).Tick(40).Up(1).ExpectMessages({});
+}
+
+TEST(Taps, ATouchWithoutAStartTimeDoesNotClick) {
+    FingerScript s = FingerScript::OnShapeView();
+    s.Frame({{1, 400, 300, 0, viewer::TouchDown}}, 1).Frame({{1, 400, 300, 100, viewer::TouchUp}}, 1);
+    s.ExpectMessages({});
+}
+
+TEST(Taps, ASecondTapIsASecondClick) {
+    FingerScript s = FingerScript::OnShapeView();
+    s.Down(1, 400, 300).Tick(50).Up(1).Tick(50).Down(2, 402, 301).Tick(50).Up(2);
+    s.ExpectMessages({"MsgClickLeft 400 300 passed", "MsgClickLeft 402 301 passed"});
+}
+
+TEST(Taps, TheGuardSwitchesThePickersPreselectionOffAroundTheClick) {
+    viewer::HostSettings guarded;
+    guarded.preselectGuard = true;
+    FingerScript s = FingerScript::OnShapeView(OrthographicView(), guarded);
+    s.Down(1, 120, 45).Tick(100).Mark().Up(1);
+    s.ExpectActions({"picker enable_preselect 0", "picker enable_geom_preselect 0", "MsgMouseMove 120 45 swallowed",
+                     "MsgClickLeft 120 45 passed", "picker enable_preselect 1", "picker enable_geom_preselect 1"});
+}
+
+// The second finger comes `late` ms after the first one, which rises after another `first` ms; the second one rises
+// `second` ms later.
+FingerScript& TwoFingerTap(FingerScript& s, int late, int first, int second) {
+    s.Down(1, 300, 300).Tick(late).Down(2, 400, 300);
+    return s.Tick(first).Up(1).Tick(second).Rest().Mark().Up(2);
+}
+
+TEST(Taps, TwoFingersSwitchTheModeWhereTheyAreShortAndStill) {
+    struct Row {
+        const char* name;
+        const char* environment;
+        int late, first, second;
+        bool switches;
+    };
+    const Row rows[] = {{"both 299 ms", TwoFingerSwitch, 0, 299, 0, true},
+                        {"both 300 ms", TwoFingerSwitch, 0, 300, 0, false},
+                        {"first 299, second 199", TwoFingerSwitch, 100, 199, 0, true},
+                        {"first 300, second 200", TwoFingerSwitch, 100, 200, 0, false},
+                        {"first 100, second 299", TwoFingerSwitch, 0, 100, 199, true},
+                        {"first 100, second 300", TwoFingerSwitch, 0, 100, 200, false},
+                        {"switched off", "", 0, 299, 0, false}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        FingerScript s = FingerScript::OnShapeView(OrthographicView(), WithSwitch(row.environment));
+        TwoFingerTap(s, row.late, row.first, row.second);
+        EXPECT_EQ(s.Answer(), true);
+        EXPECT_EQ(s.Inspect().GetNavigateMode(), !row.switches);
+        const Texts status = s.StatusCalls();
+        EXPECT_EQ(status.size(), row.switches ? 5U : 3U);
+        EXPECT_EQ(std::count(status.begin(), status.end(), "SetStatusMessage 1 Touch: select"), row.switches);
+        s.ExpectNoActions();
+        EXPECT_NE(s.Gesture(), touch::GestureTap);
+    }
+}
+
+TEST(Taps, TwoFingersThatMoveOrHaveCompanyDoNotSwitch) {
+    struct Row {
+        const char* name;
+        Place first, second;
+        bool third, switches;
+    };
+    const Row rows[] = {{"first moved 30", {1, 330, 270}, {2, 400, 300}, false, true},
+                        {"first moved 31", {1, 331, 300}, {2, 400, 300}, false, false},
+                        {"second moved 30", {1, 300, 300}, {2, 430, 330}, false, true},
+                        {"second moved 31", {1, 300, 300}, {2, 400, 331}, false, false},
+                        {"a third finger", {1, 300, 300}, {2, 400, 300}, true, false}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        FingerScript s = FingerScript::OnShapeView(OrthographicView(), WithSwitch(TwoFingerSwitch));
+        s.Down({{1, 300, 300}, {2, 400, 300}});
+        if (row.third) {
+            s.Down(3, 500, 300).Up(3);
+        }
+        s.Move({row.first, row.second}).Tick(200).Up(1).Rest().Up(2);
+        EXPECT_EQ(s.Inspect().GetNavigateMode(), !row.switches);
+    }
+}
+
+TEST(Taps, TwoFingersSwitchBackAlsoFromMultiSelectMode) {
+    FingerScript s = FingerScript::OnShapeView(OrthographicView(), WithSwitch(TwoFingerSwitch));
+    TwoFingerTap(s, 0, 100, 0).Wait(600);
+    EXPECT_FALSE(s.Inspect().GetNavigateMode());
+    TwoFingerTap(s, 0, 100, 0);
+    EXPECT_TRUE(s.Inspect().GetNavigateMode());
+    s.ExpectMessages({});
+}
+
+TEST(Taps, DrawingsAndImagesHaveNoModeToSwitchButShowTheText) {
+    struct Row {
+        const char* kind;
+        bool switches;
+    };
+    const Row rows[] = {{"drawingview", false},      {"imageview", false},  {"illustration2dview", true},
+                        {"ecadschematicview", true}, {"ecadpcbview", true}, {"schematicfigureview", true}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.kind);
+        FingerScript s = FingerScript::On2DView(row.kind, WithSwitch(TwoFingerSwitch));
+        s.Down({{1, 300, 300}, {2, 400, 300}}).Tick(100).Mark().Up({1, 2});
+        EXPECT_EQ(s.Answer(), true);
+        EXPECT_EQ(s.Inspect().GetNavigateMode(), !row.switches);
+        EXPECT_EQ(s.StatusCalls().size(), 5U);
+        s.ExpectMessages({});
+    }
+}
+
+// On a page the pan judges every lift of the leftmost finger, while another one is still down too.
+TEST(Taps, OnAPageTheOrderOfTheLiftsDecidesHowOftenTheModeSwitches) {
+    FingerScript rightFirst = FingerScript::On2DView("ecadpcbview", WithSwitch(TwoFingerSwitch));
+    rightFirst.Down({{1, 300, 300}, {2, 400, 300}}).Tick(100).Up(2);
+    EXPECT_TRUE(rightFirst.Inspect().GetNavigateMode());
+    rightFirst.Rest().Up(1);
+    EXPECT_FALSE(rightFirst.Inspect().GetNavigateMode());
+
+    FingerScript leftFirst = FingerScript::On2DView("ecadpcbview", WithSwitch(TwoFingerSwitch));
+    leftFirst.Down({{1, 300, 300}, {2, 400, 300}}).Tick(100).Up(1);
+    EXPECT_FALSE(leftFirst.Inspect().GetNavigateMode());
+    leftFirst.Rest().Up(2);
+    EXPECT_TRUE(leftFirst.Inspect().GetNavigateMode());
+}
+
+TEST(Taps, WithoutTheSwitchTheLastOfTwoShortFingersClicks) {
+    FingerScript s = FingerScript::OnShapeView();
+    TwoFingerTap(s, 0, 100, 0);
+    s.ExpectMessages({"MsgClickLeft 400 300 passed"});
+}
+
+}  // namespace
+}  // namespace tests

@@ -1,0 +1,175 @@
+// What a new component is, what it reads once, and what copying and destroying it does.
+#include "touch/TouchWorkflow.h"
+
+#include "host/hxk/WorkflowManager.h"
+#include "host/workflow/ConstStrings.h"
+#include "tests/support/FingerScript.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace tests {
+namespace {
+
+using touch::WorkflowInspector;
+using workflow::ConstStrings;
+
+TEST(TouchWorkflow, HearsWhatItHandlesAndNotWhatItOnlySends) {
+    const FingerScript s = FingerScript::OnShapeView();
+    for (const du::Symbol* type :
+         {&ConstStrings::MsgTouch, &ConstStrings::MsgUpdateStatusBar, &ConstStrings::MsgMouseLeftDown,
+          &ConstStrings::MsgMouseInitLeftDrag, &ConstStrings::MsgMouseLeftDrag, &ConstStrings::MsgMouseLeftUp,
+          &ConstStrings::MsgMouseInitRightDrag, &ConstStrings::MsgMouseRightDrag, &ConstStrings::MsgMouseInitMiddleDrag,
+          &ConstStrings::MsgMouseMiddleDrag, &ConstStrings::MsgMouseMove, &ConstStrings::MsgClickLeft,
+          &ConstStrings::MsgDoubleClickLeft, &ConstStrings::MsgTimer, &ConstStrings::MsgSetMode}) {
+        EXPECT_TRUE(s.Component().IsMsgTypeHandled(*type)) << type->GetString();
+    }
+    EXPECT_FALSE(s.Component().IsMsgTypeHandled(ConstStrings::MsgMouseRightDown));
+    EXPECT_FALSE(s.Component().IsMsgTypeHandled(ConstStrings::MsgMouseRightUp));
+    EXPECT_EQ(s.Component().GetPriority(), hxk::WorkflowManager::TOUCHSCREEN_NAVIGATION);
+    EXPECT_FALSE(s.Component().TraceMouseAndKeys());
+}
+
+TEST(TouchWorkflow, StartsIdleInNavigateModeWithMeasuresOfZero) {
+    const FingerScript s = FingerScript::OnShapeView();
+    const WorkflowInspector state = s.Inspect();
+    EXPECT_EQ(state.GetGesture(), touch::GestureNone);
+    EXPECT_EQ(state.GetGestureState(), touch::GestureIdle);
+    EXPECT_TRUE(state.GetNavigateMode());
+    EXPECT_FALSE(state.GetMarkupMode());
+    EXPECT_FALSE(state.IsTouchSeen());
+    EXPECT_EQ(state.GetFirstFingerId(), -1);
+    EXPECT_EQ(state.GetSecondFingerId(), -1);
+    EXPECT_EQ(state.GetGestureSpan(), 0.0);
+    EXPECT_EQ(state.GetGestureCenter(), dg::DPoint2D::BAD);
+    EXPECT_EQ(state.GetWorldDistance(), 0.0);
+    EXPECT_TRUE(state.GetModelBounds().IsEmpty());
+    for (const touch::TouchState& slot : state.GetSlots()) {
+        EXPECT_EQ(slot, touch::TouchState{});
+    }
+}
+
+TEST(TouchWorkflow, TakesNinetySixPixelsPerInchForAnAxisThatReadsZero) {
+    struct Row {
+        const char* name;
+        int ppiX, ppiY, expectedX, expectedY;
+    };
+    const Row rows[] = {{"as reported", 120, 144, 120, 144},
+                        {"no horizontal value", 0, 144, 96, 144},
+                        {"no vertical value", 120, 0, 120, 96},
+                        {"none", 0, 0, 96, 96}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        viewer::HostSettings settings;
+        settings.ppiX = row.ppiX;
+        settings.ppiY = row.ppiY;
+        const FingerScript s = FingerScript::OnShapeView(OrthographicView(), settings);
+        EXPECT_EQ(s.Inspect().GetPpiX(), row.expectedX);
+        EXPECT_EQ(s.Inspect().GetPpiY(), row.expectedY);
+    }
+}
+
+TEST(TouchWorkflow, ReadsSwitchesAndResolutionOnlyOnce) {
+    FingerScript s = FingerScript::OnShapeView(OrthographicView(), WithSwitch("HXAPP_DONTZOOM"));
+    viewer::HostSettings others;
+    others.ppiX = 10;
+    others.ppiY = 10;
+    const viewer::ReferenceViewer later(others);  // answers for the whole process from now on
+    s.Down({{1, 300, 300}, {2, 700, 300}}).Tick().Move({{1, 200, 300}, {2, 800, 300}}).Move(2, 900, 300);
+    EXPECT_EQ(s.Inspect().GetPpiX(), 96);
+    EXPECT_TRUE(s.Inspect().IsZoomStarted());
+    EXPECT_TRUE(s.Calls<viewer::SetWidthCall>().empty()) << "zoom is still switched off";
+}
+
+viewer::ViewSpec ViewWithSpinCenter() {
+    viewer::ViewSpec view = OrthographicView();
+    view.preferences = {{"Model Viewer/display_rotation_center", true}};
+    return view;
+}
+
+TEST(TouchWorkflow, ACopySharesMarkupAndRequestButHasFingersOfItsOwn) {
+    viewer::HostSettings settings;
+    settings.ppiX = 120;
+    settings.boundsAnswer = viewer::BoundsAnswer::Never;
+    FingerScript s = FingerScript::OnShapeView(ViewWithSpinCenter(), settings);
+    s.Down({{1, 300, 300}, {2, 700, 300}}).Move({{1, 200, 300}, {2, 800, 300}}).Mark();
+    ASSERT_NE(s.Inspect().GetBoundsEvent(), nullptr);
+
+    du::SmartPtr<touch::TouchWorkflow> copy(new touch::TouchWorkflow(s.Component()));
+    const WorkflowInspector copied(*copy);
+    EXPECT_EQ(copied.GetSpinCenterMarkup(), s.Inspect().GetSpinCenterMarkup());
+    EXPECT_EQ(copied.GetBoundsEvent(), s.Inspect().GetBoundsEvent());
+    EXPECT_EQ(copied.GetPpiX(), 120);
+    EXPECT_TRUE(copied.IsZoomStarted());
+    EXPECT_EQ(copied.GetSlots(), s.Inspect().GetSlots());
+    EXPECT_EQ(copied.GetFingerList(), s.Inspect().GetFingerList());
+
+    s.Up({1, 2}).Wait(600);
+    EXPECT_TRUE(s.Inspect().GetFingerList().empty());
+    EXPECT_EQ(copied.GetFingerList().size(), 2U);
+    EXPECT_EQ(copied.GetLeftHand().size(), 1U);
+
+    s.Mark();
+    copy = nullptr;
+    s.ExpectNoActions();  // neither cancelled nor removed anything
+    EXPECT_NE(s.Inspect().GetBoundsEvent(), nullptr);
+}
+
+TEST(TouchWorkflow, AssigningReplacesTheTargetsStateAndReleasesWhatItHeld) {
+    FingerScript source = FingerScript::OnShapeView(ViewWithSpinCenter());
+    source.Down({{1, 300, 300}, {2, 700, 300}, {3, 800, 300}});
+    const du::SmartPtr<touch::TouchWorkflow> target(new touch::TouchWorkflow(du::Symbol("target")));
+    target->SetView(source.Component().GetView());
+    const WorkflowInspector state(*target);
+    ASSERT_NE(state.GetSpinCenterMarkup(), nullptr);
+    ASSERT_NE(state.GetSpinCenterMarkup(), source.Inspect().GetSpinCenterMarkup());
+
+    *target = source.Component();
+    EXPECT_EQ(target->GetName(), du::Symbol("touch"));
+    EXPECT_EQ(state.GetSpinCenterMarkup(), source.Inspect().GetSpinCenterMarkup());
+    EXPECT_EQ(state.GetFingerList().size(), 3U);
+    EXPECT_EQ(state.GetGesture(), touch::GesturePanZoomRotate);
+
+    const touch::TouchWorkflow& same = *target;
+    *target = same;
+    EXPECT_EQ(state.GetFingerList().size(), 3U);
+    EXPECT_EQ(target->GetReferenceCount(), 1);
+}
+
+TEST(TouchWorkflow, DestroyingItLeavesAShownMarkupInItsView) {
+    FingerScript s = FingerScript::OnShapeView(ViewWithSpinCenter());
+    s.Down(1, 400, 300).Move(1, 440, 300).Move(1, 480, 300);
+    ASSERT_EQ(s.View().markups.size(), 3U);
+    s.Mark();
+    { const du::SmartPtr<touch::TouchWorkflow> copy(new touch::TouchWorkflow(s.Component())); }
+    EXPECT_EQ(s.View().markups.size(), 3U);
+    s.ExpectNoActions();
+}
+
+TEST(TouchWorkflow, CyclesOfLoadingTouchingAndUnloadingKeepNothing) {
+    const du::SmartPtr<hxk::View> none;
+    viewer::ReferenceViewer host{viewer::HostSettings{}};
+    host.SetView(ViewWithSpinCenter());
+    for (int cycle = 0; cycle < 3; ++cycle) {
+        host.LoadComponent(TOUCHNAV_PLUGIN, "shapeview");
+        host.Tick(1000, 10);
+        viewer::TouchFrame frame;
+        frame.count = 2;
+        frame.records[0] = {1, 300, 300, 5000, viewer::TouchDown};
+        frame.records[1] = {2, 700, 300, 5000, viewer::TouchDown};
+        host.Touch(frame);
+        frame.records[0] = {1, 200, 300, 5010, viewer::TouchMove};
+        frame.records[1] = {2, 800, 300, 5010, viewer::TouchMove};
+        host.Touch(frame);
+        const du::SmartPtr<workflow::SimpleWorkflow> watched(host.GetComponent());
+        EXPECT_EQ(watched->GetReferenceCount(), 3) << "the host, the waiting request and this test";
+        watched->SetView(none);
+        host.Tick(1010, 10);
+        EXPECT_EQ(watched->GetReferenceCount(), 2) << "the answer has let the request go";
+        host.GetRecorder().Clear();
+    }
+}
+
+}  // namespace
+}  // namespace tests

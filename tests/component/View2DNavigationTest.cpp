@@ -1,0 +1,99 @@
+// Pan and zoom of a page of 800 x 400 pixels that shows 16 units: 0.02 a pixel.
+#include "tests/support/FingerScript.h"
+#include "tests/support/Matchers.h"
+
+#include <gtest/gtest.h>
+
+namespace tests {
+namespace {
+
+TEST(View2DNavigation, APageMovesByExactlyWhatTheFingerCovers) {
+    struct Row {
+        const char* name;
+        int dx, dy;
+        bool rotated;
+        dg::DVec3 travel;
+    };
+    const Row rows[] = {{"half the width", 400, 0, false, {-8, 0, 0}},
+                        {"a quarter of the height", 0, 100, false, {0, -2, 0}},
+                        {"left and down", -40, -20, false, {0.8, 0.4, 0}},
+                        {"rotated page", 40, 20, true, {0.4, -0.8, 0}}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        viewer::ViewSpec view = PageView("drawingview");
+        if (row.rotated) {
+            view.placement = dg::Location({0, 1, 0}, {-1, 0, 0}, {0, 0, 1}, {3, 4, 0});
+        }
+        FingerScript s = FingerScript::OnShapeView(view, WithSwitch("HXAPP_DONTPAN"));
+        EXPECT_EQ(s.Down(1, 300, 200).Answer(), true);
+        s.ExpectNoActions();
+        EXPECT_EQ(s.Tick().Move(1, 300 + row.dx, 200 + row.dy).Answer(), true);
+        s.ExpectActions({"SetPosition"});
+        EXPECT_TRUE(AreNear(s.PagePosition(), dg::DPoint3D(3, 4, 0) + row.travel, 1e-12));
+        s.Move(1, 301, 200);  // the finger has left its start for good
+        EXPECT_TRUE(AreNear(s.PagePosition(),
+                            dg::DPoint3D(3, 4, 0) + (row.rotated ? dg::DVec3(0, -0.02, 0) : dg::DVec3(-0.02, 0, 0)),
+                            1e-12));
+    }
+}
+
+TEST(View2DNavigation, TwoFingersZoomFromTheWidthAtTheStartAndPan) {
+    for (const char* name : {"", "HXAPP_DONTZOOM"}) {
+        SCOPED_TRACE(name);
+        const bool zooms = *name == '\0';
+        FingerScript s = FingerScript::On2DView("ecadpcbview", WithSwitch(name));
+        s.Down({{1, 300, 200}, {2, 400, 200}}).Move({{1, 290, 200}, {2, 410, 200}});
+        s.ExpectNoActions();  // the pinch begins here, at 120 pixels
+        s.Move({{1, 230, 200}, {2, 470, 200}});
+        s.ExpectActions(zooms ? Texts{"SetOrthoWidth", "SetPosition"} : Texts{"SetPosition"});
+        EXPECT_DOUBLE_EQ(s.View().orthoWidth, zooms ? 8 : 16);
+        EXPECT_TRUE(AreNear(s.PagePosition(), dg::DPoint3D(3, 4, 0), 1e-12)) << "the middle has not moved";
+        s.Move({{1, 260, 200}, {2, 500, 200}});
+        EXPECT_DOUBLE_EQ(s.View().orthoWidth, zooms ? 8 : 16) << "not half of the half";
+        EXPECT_TRUE(AreNear(s.PagePosition(), dg::DPoint3D(zooms ? 2.7 : 2.4, 4, 0), 1e-12));
+        s.Move({{1, 320, 200}, {2, 440, 200}}).Mark();
+        s.Rest();
+        EXPECT_TRUE(s.Calls<viewer::SetWidthCall>().empty()) << "a ratio of 1 changes nothing";
+    }
+}
+
+// The leftmost finger stays within 30 pixels of its start, so nothing pans.
+TEST(View2DNavigation, AZoomAloneChangesTheView) {
+    FingerScript s = FingerScript::On2DView();
+    s.Down({{1, 300, 200}, {2, 400, 200}}).Move({{1, 290, 200}, {2, 410, 200}});
+    EXPECT_FALSE(s.Inspect().IsViewChanged());
+    s.Move({{1, 290, 200}, {2, 530, 200}}).ExpectActions({"SetOrthoWidth"});
+    EXPECT_TRUE(s.Inspect().IsViewChanged());
+}
+
+TEST(View2DNavigation, AChangeOfFingersTakesNewReferences) {
+    FingerScript s = FingerScript::On2DView();
+    s.Down({{1, 300, 200}, {2, 400, 200}}).Move({{1, 290, 200}, {2, 410, 200}}).Move({{1, 230, 200}, {2, 470, 200}});
+    s.Down(3, 600, 200);
+    const dg::DPoint3D before = s.PagePosition();
+    s.Rest();
+    EXPECT_DOUBLE_EQ(s.View().orthoWidth, 8);
+    EXPECT_EQ(s.PagePosition(), before);
+    s.Move(3, 1210, 200);  // the hands were 305 pixels apart and are 610
+    EXPECT_DOUBLE_EQ(s.View().orthoWidth, 4);
+}
+
+TEST(View2DNavigation, AFrameOnWhichAFingerLiftsMovesNothing) {
+    FingerScript s = FingerScript::On2DView();
+    s.Down({{1, 300, 200}, {2, 400, 200}}).Tick().Move({{1, 200, 200}, {2, 500, 200}}).Tick().Mark();
+    s.Frame({{1, 100, 200, s.TouchTime(), viewer::TouchMove}, {2, 600, 200, s.TouchTime(), viewer::TouchUp}}, 2);
+    EXPECT_EQ(s.Answer(), false);
+    s.ExpectNoActions();
+}
+
+TEST(View2DNavigation, AfterThePressAndHoldClickTheFingerPansNoMore) {
+    FingerScript s = FingerScript::On2DView();
+    s.Down(1, 300, 200).Hold(1050);
+    s.ExpectMessages({"MsgMouseRightDown 300 200 unheard", "MsgMouseRightUp 300 200 unheard"});
+    EXPECT_EQ(s.Move(1, 500, 200).Answer(), false);
+    EXPECT_EQ(s.Up(1).Answer(), true) << "a lift is used up, tap or not";
+    s.ExpectNoActions();
+}
+
+}  // namespace
+}  // namespace tests

@@ -1,0 +1,144 @@
+// The plug-in as a host loads it: found by its entry points, used, and really gone when it is closed.
+#include "host/du/SmartPtr.h"
+#include "host/workflow/ConstStrings.h"
+#include "host/workflow/SimpleWorkflow.h"
+
+#include <gtest/gtest.h>
+
+#include <dlfcn.h>
+
+#include <string>
+
+namespace {
+
+using Component = du::SmartPtr<workflow::Workflow>;
+
+bool IsLoaded() {
+    void* plugin = dlopen(TOUCHNAV_PLUGIN, RTLD_NOW | RTLD_NOLOAD);
+    if (plugin == nullptr) {
+        return false;
+    }
+    dlclose(plugin);
+    return true;
+}
+
+// The plug-in, loaded from construction until Close.
+class Plugin {
+public:
+    Plugin() : m_library(dlopen(TOUCHNAV_PLUGIN, RTLD_NOW | RTLD_LOCAL)) {
+        EXPECT_NE(m_library, nullptr) << dlerror();
+        if (m_library != nullptr) {
+            Find<void()>("HXDllInit")();
+        }
+    }
+    ~Plugin() { Close(); }
+    Plugin(const Plugin&) = delete;
+    Plugin& operator=(const Plugin&) = delete;
+
+    bool Create(const char* viewType, Component& component) const {
+        using Factory = bool(const std::string&, const std::string&, const std::string&, Component&);
+        return Find<Factory>("HXDllCreateComponent")(viewType, "workflow", "touch", component);
+    }
+
+    void Close() {
+        if (m_library != nullptr) {
+            Find<void()>("HXDllTerminate")();
+            EXPECT_EQ(dlclose(m_library), 0);
+            m_library = nullptr;
+        }
+    }
+
+private:
+    template <class Function>
+    Function* Find(const char* name) const {
+        void* address = dlsym(m_library, name);
+        EXPECT_NE(address, nullptr) << name;
+        return reinterpret_cast<Function*>(address);
+    }
+
+    void* m_library;
+};
+
+// Runs the code that could keep the plug-in: its statics, its lists, an exchange of names with the host.
+void Use(workflow::Workflow& component) {
+    component.HandleMsg(workflow::TimerMsg(workflow::ConstStrings::MsgTimer, 1000, 16));
+    workflow::TouchMsg::Integers frame{};
+    frame.fill(-1);
+    component.HandleMsg(workflow::TouchMsg(workflow::ConstStrings::MsgTouch, frame));
+    component.HandleMsg(workflow::Msg(workflow::ConstStrings::MsgUpdateStatusBar));
+    EXPECT_EQ(component.GetName(), "touch");
+}
+
+TEST(Unload, ThePluginLeavesEveryTimeItIsClosed) {
+    ASSERT_FALSE(IsLoaded()) << "this program must not be linked with it";
+    for (int round = 0; round < 3; ++round) {
+        Plugin plugin;
+        EXPECT_TRUE(IsLoaded());
+        Component component;
+        ASSERT_TRUE(plugin.Create("shapeview", component));
+        EXPECT_EQ(component->GetReferenceCount(), 1);
+        Use(*component);
+        component.Reset();
+        plugin.Close();
+        EXPECT_FALSE(IsLoaded()) << "round " << round;
+    }
+}
+
+TEST(Unload, TwoComponentsLiveAtOnceAndGoInAnyOrder) {
+    Plugin plugin;
+    Component first;
+    Component second;
+    ASSERT_TRUE(plugin.Create("shapeview", first));
+    ASSERT_TRUE(plugin.Create("drawingview", second));
+    EXPECT_NE(first, second);
+    first->SetActive(false);
+    EXPECT_TRUE(second->IsActive());
+    Use(*second);
+    first.Reset();
+    Use(*second);
+    second.Reset();
+    plugin.Close();
+    EXPECT_FALSE(IsLoaded());
+}
+
+TEST(Unload, ACopyOfAPointerKeepsTheComponentAndARefusalLeavesIt) {
+    Plugin plugin;
+    Component component;
+    ASSERT_TRUE(plugin.Create("imageview", component));
+    Component copy = component;
+    EXPECT_FALSE(plugin.Create("Imageview", component));
+    EXPECT_EQ(component, copy);
+    ASSERT_TRUE(plugin.Create("imageview", component));
+    EXPECT_NE(component, copy);
+    EXPECT_EQ(copy->GetReferenceCount(), 1) << "what the pointer held before is released";
+    Use(*copy);
+}
+
+TEST(Unload, NamesThatThePluginMadeStayValid) {
+    du::Symbol name;
+    {
+        Plugin plugin;
+        Component component;
+        ASSERT_TRUE(plugin.Create("shapeview", component));
+        name = component->GetName();
+        component.Reset();
+        plugin.Close();
+    }
+    ASSERT_FALSE(IsLoaded());
+    EXPECT_EQ(name, "touch");
+    EXPECT_EQ(name, du::Symbol("touch"));
+}
+
+TEST(Unload, AHostThatLoadedTwiceClosesTwice) {
+    Plugin first;
+    Plugin second;
+    first.Close();
+    EXPECT_TRUE(IsLoaded());
+    Component component;
+    ASSERT_TRUE(second.Create("shapeview", component));
+    component.Reset();
+    second.Close();
+    EXPECT_FALSE(IsLoaded());
+}
+
+}  // namespace

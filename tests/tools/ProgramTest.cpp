@@ -1,0 +1,277 @@
+// The built replay program, as a user runs it: exit codes, what it says, and what it leaves behind.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <regex>
+#include <string>
+#include <utility>
+
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+namespace fs = std::filesystem;
+
+const std::string Header = R"({"session": 1, "view": {"kind": "shapeview", "size": [1280, 800], "camera": )"
+                           R"({"orthographic": true, "window": [-8, 8, -5, 5], "distance": 1, "u": [1, 0, 0], )"
+                           R"("v": [0, 1, 0], "w": [0, 0, 1], "position": [0, 0, 20]}}})"
+                           "\n";
+const std::string TapSession = Header + R"({"timer": [1000, 10]}
+{"touch": [[1, 640, 400, 5000, 2]]}
+{"timer": [1010, 10]}
+{"touch": [[1, 640, 400, 5010, 4]]}
+{"statusBar": true}
+)";
+
+const std::string Command = "'" TOUCH_REPLAY_PROGRAM "' ";
+
+struct Result {
+    int exitCode = -1;
+    std::string output;
+    std::string errors;
+};
+
+std::ptrdiff_t CountLines(const std::string& text) {
+    return std::count(text.begin(), text.end(), '\n');
+}
+
+std::string ReadAll(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+// A folder of its own for each test, in which the program runs.
+class Program : public ::testing::Test {
+protected:
+    void SetUp() override {
+        std::string name = (fs::temp_directory_path() / "touch-replay-test-XXXXXX").string();
+        ASSERT_NE(mkdtemp(name.data()), nullptr);
+        m_folder = name;
+        fs::create_directory(Inside());
+        Write("tap.jsonl", TapSession);
+    }
+    void TearDown() override { fs::remove_all(m_folder); }
+
+    [[nodiscard]] fs::path Inside() const { return m_folder / "inside"; }
+    void Write(const std::string& name, const std::string& text) const {
+        std::ofstream(Inside() / name, std::ios::binary) << text;
+    }
+    [[nodiscard]] Result Run(const std::string& arguments) const { return Shell(Command + arguments); }
+    // Runs a piece of shell command line in the folder.
+    [[nodiscard]] Result Shell(const std::string& piece) const {
+        const std::string command = "cd '" + Inside().string() + "' && " + piece;
+        const std::string output = (m_folder / "output").string();
+        const std::string errors = (m_folder / "errors").string();
+        const int status = std::system(("{ " + command + "; } >'" + output + "' 2>'" + errors + "'").c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ReadAll(output), ReadAll(errors)};
+    }
+    // The names and texts of all ordinary files in the folder.
+    [[nodiscard]] std::map<std::string, std::string> Files() const {
+        std::map<std::string, std::string> files;
+        for (const fs::directory_entry& entry : fs::directory_iterator(Inside())) {
+            if (entry.is_regular_file()) {
+                files[entry.path().filename().string()] = ReadAll(entry.path());
+            }
+        }
+        return files;
+    }
+
+private:
+    fs::path m_folder;
+};
+
+TEST_F(Program, TellsEachFaultInOneLineAndLeavesNothingBehind) {
+    struct Row {
+        const char* name;
+        const char* arguments;
+        const char* error;  // regular expression
+    };
+    const Row rows[] = {
+        {"no file", "", "FILE"},
+        {"an unknown option", "tap.jsonl --fast", "--fast"},
+        {"two files", "tap.jsonl tap.jsonl", "tap\\.jsonl"},
+        {"an option without its value", "tap.jsonl --trace", "--trace"},
+        {"a file that is missing", "none.jsonl --trace t", "none\\.jsonl: .*No such file"},
+        {"a recording that is missing", "none.evemu --trace t", "none\\.evemu: .*No such file"},
+        {"a folder", ". --trace t", "folder"},
+        {"a session with a fault", "bad.jsonl --trace t --write-session s", "bad\\.jsonl:2: .*expected"},
+        {"a recording with a fault", "bad.evemu --trace t --write-session s", "bad\\.evemu"},
+        {"an empty file", "empty.evemu --trace t", "empty\\.evemu"},
+        {"a size without height", "bad.evemu --size 100", "--size: expected WIDTHxHEIGHT"},
+        {"a size of one pixel", "bad.evemu --size 1x100", "--size: expected"},
+        {"a size beyond all bounds", "bad.evemu --size 100x99999999999", "--size: expected"},
+        {"a size with something behind", "bad.evemu --size 100x100x", "--size: expected"},
+        {"a size for a session", "tap.jsonl --size 100x100 --trace t", "--size: for recordings only"},
+        {"a mouse echo for a session", "tap.jsonl --mouse-echo", "--mouse-echo: for recordings only"},
+        {"a kind of view that is none", "bad.evemu --view movie", "--view"},
+        {"a camera that is none", "bad.evemu --camera fisheye", "--camera"},
+        {"a plug-in that is missing", "tap.jsonl --trace t --plugin ./none.so", "none\\.so"},
+        {"a plug-in that is none", "tap.jsonl --trace t --plugin tap.jsonl", "tap\\.jsonl"},
+        {"a model that is missing", "tap.jsonl --trace t --model none.obj", "none\\.obj"},
+        {"a storyboard of another kind", "tap.jsonl --trace t --storyboard s.gif", "--storyboard: .*\\.svg or \\.png"},
+        {"a storyboard in a folder that is missing", "tap.jsonl --trace t --write-session s --storyboard none/s.svg",
+         "none/s\\.svg"},
+        {"a trace in a folder that is missing", "tap.jsonl --write-session s --trace none/t", "none/t: cannot be"},
+        {"a trace in place of a folder", "tap.jsonl --write-session s --trace .", "\\.: cannot be written"},
+        {"a trace without a name", "tap.jsonl --trace ''", "--trace: expected a file name"},
+        {"one file for two outputs", "tap.jsonl --trace t --write-session t",
+         "--write-session: t is written by --trace"},
+    };
+    Write("bad.jsonl", Header + "{\"timer\": [1]}\n");
+    Write("bad.evemu", "This is no recording.\n");
+    Write("empty.evemu", "");
+    const auto before = Files();
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        const Result result = Run(row.arguments);
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_THAT(result.output, IsEmpty());
+        EXPECT_TRUE(
+            std::regex_search(result.errors, std::regex("^touch-replay: .*" + std::string(row.error) + ".*\n$")))
+            << result.errors;
+        EXPECT_EQ(CountLines(result.errors), 1) << result.errors;
+        EXPECT_EQ(Files(), before);
+    }
+}
+
+TEST_F(Program, KeepsAnOlderFileWhenTheNewOneFails) {
+    Write("t", "older");
+    EXPECT_EQ(Run("tap.jsonl --trace t --storyboard none/s.svg").exitCode, 2);
+    EXPECT_EQ(Files()["t"], "older");
+    EXPECT_EQ(Run("tap.jsonl --trace t").exitCode, 0);
+    EXPECT_THAT(Files()["t"], HasSubstr("\"event\": 5"));
+}
+
+TEST_F(Program, FollowsALinkToItsFile) {
+    Write("t", "older");
+    fs::create_symlink("t", Inside() / "link");
+    EXPECT_EQ(Run("tap.jsonl --trace link").exitCode, 0);
+    EXPECT_TRUE(fs::is_symlink(Inside() / "link"));
+    EXPECT_THAT(Files()["t"], HasSubstr("\"event\": 5"));
+}
+
+TEST_F(Program, TellsWhenItsOutputIsLost) {
+    if (!fs::exists("/dev/full")) {
+        GTEST_SKIP() << "no device that is always full";
+    }
+    for (const char* arguments : {"tap.jsonl --trace /dev/full", "tap.jsonl --trace - >/dev/full",
+                                  "tap.jsonl >/dev/full", "--help >/dev/full", "tap.jsonl --write-session /dev/full"}) {
+        SCOPED_TRACE(arguments);
+        const Result result = Run(arguments);
+        EXPECT_EQ(result.exitCode, 2);
+        EXPECT_THAT(result.errors, HasSubstr("cannot be written: No space left on device"));
+    }
+    EXPECT_FALSE(fs::is_regular_file("/dev/full"));
+}
+
+TEST_F(Program, TellsWhenItsReaderHasGone) {
+    // The reader lets the program begin only when it has closed its end.
+    const Result result = Shell("mkfifo go && { read -r _ <go; " + Command +
+                                "tap.jsonl --trace -; echo $? >code; } | { exec <&-; echo >go; }");
+    EXPECT_EQ(Files()["code"], "2\n");
+    EXPECT_EQ(result.errors, "touch-replay: standard output: cannot be written: Broken pipe\n");
+}
+
+TEST_F(Program, AnswersForHelpAndVersion) {
+    const Result help = Run("--help");
+    EXPECT_EQ(help.exitCode, 0);
+    for (const char* option : {"--size", "--write-session", "--trace", "--view", "--camera", "--nav-method", "--env",
+                               "--model", "--plugin", "--storyboard", "--mouse-echo", "--version"}) {
+        EXPECT_THAT(help.output, HasSubstr(option));
+    }
+    const Result version = Run("--version");
+    EXPECT_EQ(version.exitCode, 0);
+    EXPECT_TRUE(std::regex_match(version.output, std::regex("touch-replay [0-9]+\\.[0-9]+\\.[0-9]+\n")))
+        << version.output;
+}
+
+TEST_F(Program, TellsTheStoryUnlessTheTraceTakesItsPlace) {
+    const Result story = Run("tap.jsonl");
+    EXPECT_EQ(story.exitCode, 0);
+    EXPECT_THAT(story.errors, IsEmpty());
+    EXPECT_THAT(story.output, HasSubstr("tap.jsonl: 5 events"));
+    EXPECT_THAT(story.output, HasSubstr("Tap: left click at (640, 400)"));
+
+    const Result trace = Run("tap.jsonl --trace -");
+    EXPECT_EQ(trace.exitCode, 0);
+    EXPECT_EQ(CountLines(trace.output), 5);
+    EXPECT_EQ(trace.output.rfind("{\"event\": 1, ", 0), 0U);
+    EXPECT_THAT(trace.output, HasSubstr(R"(["SendMessage", "MsgClickLeft", 640, 400, false])"));
+
+    const Result both = Run("tap.jsonl --trace t");
+    EXPECT_EQ(both.output, story.output);
+    EXPECT_EQ(Files()["t"], trace.output);
+}
+
+TEST_F(Program, TakesAFileForASessionByItsFirstCharacter) {
+    Write("session", "\n \t" + TapSession);
+    Write("spaced", " " + TapSession);
+    EXPECT_THAT(Run("session").errors, HasSubstr("session:1: "));  // understood as a session, which has no empty lines
+    EXPECT_EQ(Run("spaced --trace -").output, Run("tap.jsonl --trace -").output);
+}
+
+TEST_F(Program, GivesTheSameBytesFromARecordingAndTheSessionMadeOfIt) {
+    struct Row {
+        const char* recording;
+        const char* options;
+        const char* evidence;  // in the trace, that the touch reached the component
+    };
+    const Row rows[] = {
+        {"flick", "", "AddTransition"},
+        {"twist", "--camera perspective --size 1001x777", "SetCameraLocation"},
+        {"one-hand-flight", "--camera perspective --nav-method explore", "SetCameraLocation"},
+        {"two-finger-tap", "--env HXAPP_DONTSPIN --env HXAPP_TWO_FINGER_TAP_TOUCH_MODE_CHANGE", "Touch: select"},
+        {"pinch-2d", "--view drawingview", "SetOrthoWidth"},
+        {"double-tap", "--mouse-echo", "MsgClickLeft"},
+        {"pan", "--view other", "Touch: navigate"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.recording);
+        const std::string recording =
+            std::string("'" BUNDLED_RECORDINGS_DIR "/") + row.recording + ".evemu' " + row.options;
+        const Result first = Run(recording + " --trace t1 --write-session s1.jsonl");
+        const Result again = Run(recording + " --trace t2 --write-session s2.jsonl");
+        const Result session = Run("s1.jsonl --trace t3 --write-session s3.jsonl");
+        EXPECT_EQ(first.exitCode + again.exitCode + session.exitCode, 0) << first.errors << session.errors;
+        EXPECT_EQ(first.output, again.output);
+        auto files = Files();
+        EXPECT_NE(files["t1"].find(row.evidence), std::string::npos);
+        for (const auto& [one, other] : {std::pair("t1", "t2"), std::pair("t1", "t3"),
+                                         std::pair("s1.jsonl", "s2.jsonl"), std::pair("s1.jsonl", "s3.jsonl")}) {
+            EXPECT_TRUE(files[one] == files[other]) << one << " and " << other << " differ";
+        }
+        // The header of the session has no line in the trace.
+        EXPECT_EQ(CountLines(files["t1"]) + 1, CountLines(files["s1.jsonl"]));
+    }
+}
+
+TEST_F(Program, DrawsTheSameStoryboardTwice) {
+    const std::string recording = "'" BUNDLED_RECORDINGS_DIR "/tap.evemu'";
+    EXPECT_EQ(Run(recording + " --storyboard 1.svg").exitCode, 0);
+    EXPECT_EQ(Run(recording + " --storyboard 2.svg").exitCode, 0);
+    auto files = Files();
+    EXPECT_NE(files["1.svg"].find("</svg>"), std::string::npos);
+    EXPECT_TRUE(files["1.svg"] == files["2.svg"]);
+}
+
+TEST_F(Program, EchoesTouchAsMouseMessages) {
+    ASSERT_EQ(Run("'" BUNDLED_RECORDINGS_DIR "/tap.evemu' --mouse-echo --write-session s --trace t").exitCode, 0);
+    std::string messages;
+    const std::string session = Files()["s"];
+    const std::regex mouse(R"re(\{"mouse": \["Msg(\w+)")re");
+    for (auto it = std::sregex_iterator(session.begin(), session.end(), mouse); it != std::sregex_iterator(); ++it) {
+        messages += (*it)[1].str() + " ";
+    }
+    EXPECT_EQ(messages, "MouseMove MouseLeftDown MouseLeftUp ClickLeft ");
+}
+
+}  // namespace

@@ -1,0 +1,349 @@
+// Reading device recordings: slots, tracking ids, gaps, fingers that were there before, both protocols, and faults.
+#include "replay/RecordingReader.h"
+#include "replay/EvemuText.h"
+#include "replay/ReadError.h"
+#include "replay/SlotTracker.h"
+
+#include <evemu.h>
+#include <gtest/gtest.h>
+#include <linux/input-event-codes.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <set>
+#include <sstream>
+#include <string>
+#include <tuple>
+#include <vector>
+
+namespace replay {
+
+// How a failing test shows a finger.
+void PrintTo(const Contact& c, std::ostream* out) {
+    *out << "slot " << c.slot << " id " << c.trackingId << " at " << c.x << "," << c.y;
+}
+
+}  // namespace replay
+
+namespace {
+
+using replay::Contact;
+using replay::FirstInventedId;
+using replay::Recording;
+using replay::Report;
+
+const std::string Start = "# EVEMU 1.3\nN: pad\nI: 0018 0000 0000 0000\nP: 02 00\nB: 00 0b\n";
+const std::string Axes =
+    "A: 00 0 999 0 0 0\nA: 01 0 499 0 0 0\nA: 2f 0 9 0 0 0\nA: 35 0 999 0 0 10\nA: 36 -100 399 0 0 5\n"
+    "A: 39 0 65535 0 0 0\n";
+const std::string AxesA = "A: 35 0 9600 0 0\nA: 36 0 7200 0 0\n";
+
+// Events in short: "s1" slot, "i5" tracking id, "x10", "y20", "X10" and "Y20" the pointer, "t0" the touch button, "m"
+// end of a protocol A contact, "d" lost events, "r" end of report, ">10" lets 10 ms pass.
+std::string Events(const std::string& script) {
+    std::istringstream words(script);
+    std::string text;
+    int ms = 0;
+    for (std::string word; words >> word;) {
+        const std::string value = word.size() > 1 ? word.substr(1) : "0";
+        const auto add = [&](const std::string& typeAndCode) {
+            const std::string digits = std::to_string(1000 + ms % 1000).substr(1);
+            text += "E: " + std::to_string(5 + ms / 1000) + "." + digits + "000 " + typeAndCode + " " + value + "\n";
+        };
+        switch (word[0]) {
+        case 's': add("0003 002f"); break;
+        case 'i': add("0003 0039"); break;
+        case 'x': add("0003 0035"); break;
+        case 'y': add("0003 0036"); break;
+        case 'X': add("0003 0000"); break;
+        case 'Y': add("0003 0001"); break;
+        case 't': add("0001 014a"); break;
+        case 'm': add("0000 0002"); break;
+        case 'd': add("0000 0003"); break;
+        case 'r': add("0000 0000"); break;
+        case '>': ms += std::stoi(value); break;
+        default: ADD_FAILURE() << "unknown word " << word;
+        }
+    }
+    return text;
+}
+
+Recording Read(const std::string& text) {
+    std::istringstream input(text);
+    return replay::ReadRecording(input, "r.evemu");
+}
+
+using Fingers = std::vector<std::vector<Contact>>;
+
+Fingers FingersOf(const Recording& recording) {
+    Fingers fingers;
+    for (const Report& report : recording.reports) {
+        fingers.push_back(report.contacts);
+    }
+    return fingers;
+}
+
+TEST(RecordingReader, FollowsTheSlotsOfAProtocolBDevice) {
+    const std::string values =
+        "# Supported events:\n#   Event type 3 (EV_ABS)\n#     Event code 0 (ABS_X)\n#       Value 70\n"
+        "#     Event code 1 (ABS_Y)\n#       Value 80\n#     Event code 47 (ABS_MT_SLOT)\n#       Value 3\n";
+    constexpr std::int32_t Old = FirstInventedId;
+    struct Row {
+        const char* name;
+        std::string description;
+        const char* script;
+        Fingers fingers;
+    };
+    const std::vector<Row> rows = {
+        {"unchanged values stay",
+         "",
+         "i5 x1 y2 r y3 r r x4 r",
+         {{{0, 5, 1, 2}}, {{0, 5, 1, 3}}, {{0, 5, 1, 3}}, {{0, 5, 4, 3}}}},
+        {"values are for the current slot",
+         "",
+         "i5 x1 y2 s1 i6 x3 y4 r y9 r s0 y8 r",
+         {{{0, 5, 1, 2}, {1, 6, 3, 4}}, {{0, 5, 1, 2}, {1, 6, 3, 9}}, {{0, 5, 1, 8}, {1, 6, 3, 9}}}},
+        {"slots in order, whoever lands first",
+         "",
+         "s4 i5 x1 y2 r s2 i6 x3 y4 r",
+         {{{4, 5, 1, 2}}, {{2, 6, 3, 4}, {4, 5, 1, 2}}}},
+        {"lift", "", "i5 x1 y2 r i-1 r r", {{{0, 5, 1, 2}}, {}, {}}},
+        {"next finger keeps the old place", "", "i5 x1 y2 r i-1 r i6 y7 r", {{{0, 5, 1, 2}}, {}, {{0, 6, 1, 7}}}},
+        {"coordinates of nobody", "", "i5 x1 y2 r i-1 r x3 y4 r", {{{0, 5, 1, 2}}, {}, {}}},
+        {"another id without a lift", "", "i5 x1 y2 r i6 x3 y4 r", {{{0, 5, 1, 2}}, {{0, 6, 3, 4}}}},
+        {"id behind the coordinates", "", "x1 y2 i5 r", {{{0, 5, 1, 2}}}},
+        {"the slot at the start", values, "i5 x1 y2 r s0 i6 x3 y4 r", {{{3, 5, 1, 2}}, {{0, 6, 3, 4}, {3, 5, 1, 2}}}},
+        {"missing coordinate is the pointer's", values, "i5 x1 r", {{{3, 5, 1, 80}}}},
+        {"pointer that moved", values, "i5 X8 Y9 r", {{{3, 5, 8, 9}}}},
+        {"down before the start, moving", "", "x1 y2 r x3 r i-1 r", {{{0, Old, 1, 2}}, {{0, Old, 3, 2}}, {}}},
+        {"down before the start, moving late",
+         "",
+         "s1 i5 x1 y2 r s0 x3 r y4 r",
+         {{{0, Old, 3, 4}, {1, 5, 1, 2}}, {{0, Old, 3, 4}, {1, 5, 1, 2}}, {{0, Old, 3, 4}, {1, 5, 1, 2}}}},
+        {"down before the start, then replaced", "", "x1 y2 r i5 r", {{{0, Old, 1, 2}}, {{0, 5, 1, 2}}}},
+        {"down before the start, only lifted", values, "r i-1 r", {{{3, Old, 70, 80}}, {}}},
+        {"lift without a place", "", "r i-1 r", {{}, {}}},
+        {"lost events", "", "i5 x1 y2 r x3 d x4 i-1 r y6 r", {{{0, 5, 1, 2}}, {{0, 5, 3, 6}}}},
+        {"slot chosen in a gap", "", "i5 x1 y2 r d s1 i6 r x8 y9 r", {{{0, 5, 1, 2}}, {{0, 5, 1, 2}, {1, Old, 8, 9}}}},
+        {"lift lost in a gap", "", "t1 i5 x1 y2 r d r t0 r", {{{0, 5, 1, 2}}, {}}},
+        {"button without a gap says nothing", "", "t1 i5 x1 y2 r t0 r", {{{0, 5, 1, 2}}, {{0, 5, 1, 2}}}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(FingersOf(Read(Start + row.description + Axes + Events(row.script))), row.fingers);
+    }
+}
+
+TEST(RecordingReader, TracksTheFingersOfAProtocolADevice) {
+    const Fingers fingers =
+        FingersOf(Read(Start + AxesA +
+                       Events("x100 y200 m r x110 y210 m x5000 y6000 m r x5010 y6010 m x120 y220 m r "
+                              "x130 y230 m d r x5020 y6020 m r t0 r")));
+    const std::vector<std::size_t> counts = {1, 2, 2, 1, 0};
+    ASSERT_EQ(fingers.size(), counts.size()) << testing::PrintToString(fingers);
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        EXPECT_EQ(fingers[i].size(), counts[i]) << "report " << i;
+    }
+    // A device without a touch button tells an empty contact when the last finger is up.
+    EXPECT_EQ(FingersOf(Read(Start + AxesA + Events("x100 y200 m r m r"))).back(), std::vector<Contact>());
+    // The order within a report changed, the fingers did not.
+    EXPECT_EQ(fingers[1][0].trackingId, fingers[0][0].trackingId);
+    EXPECT_EQ(fingers[2][0], (Contact{fingers[0][0].slot, fingers[0][0].trackingId, 120, 220}));
+    EXPECT_EQ(fingers[3][0], (Contact{fingers[1][1].slot, fingers[1][1].trackingId, 5020, 6020}));
+}
+
+// The library that tracks the fingers has to be kept from codes and numbers of contacts that it cannot take.
+TEST(RecordingReader, TakesAnythingFromAProtocolADevice) {
+    std::string crowd;
+    for (int report = 0; report < 3; ++report) {
+        for (int i = 0; i < 40; ++i) {
+            crowd +=
+                "x" + std::to_string(i * 7919 % 9601) + " y" + std::to_string((i + report * 17) * 6007 % 7201) + " m ";
+        }
+        crowd += "r >10 ";
+    }
+    for (const auto& contacts : FingersOf(Read(Start + AxesA + Events(crowd)))) {
+        EXPECT_EQ(contacts.size(), 10U);
+    }
+    const std::string foreign = "E: 1.000000 0003 ffff 9\nE: 1.000000 0003 0071 9\nE: 1.000000 ffff 0035 9\n"
+                                "E: 1.000000 0003 002f 500\n";
+    const Fingers fingers =
+        FingersOf(Read(Start + AxesA + foreign + Events("x-2147483648 y2147483647 m r x2147483647 m r")));
+    EXPECT_EQ(fingers.size(), 2U);
+}
+
+TEST(RecordingReader, TellsTimesAndRangeAndSize) {
+    const std::string events = Events("r >20 i5 x1 y2 r >1500 r");
+    const Recording plain = Read(Start + Axes + events);
+    EXPECT_EQ(plain.deviceName, "pad");
+    EXPECT_EQ(plain.x, (replay::DeviceAxis{0, 999, 99.9}));
+    EXPECT_EQ(plain.y, (replay::DeviceAxis{-100, 399, 99.8}));
+    ASSERT_EQ(plain.reports.size(), 3U);
+    EXPECT_EQ(plain.reports[1].timeUs, 20'000);
+    EXPECT_EQ(plain.reports[2].timeUs, 1'520'000);
+
+    const Recording sized = Read(Start + "# Size in mm: 595x334\n" + Axes + events);
+    EXPECT_EQ(sized.x.sizeMm, 595);
+    EXPECT_EQ(sized.y.sizeMm, 334);
+    EXPECT_FALSE(Read("N: pad\n" + AxesA + Events("x1 y2 m r")).x.sizeMm.has_value());
+}
+
+TEST(RecordingReader, TakesEveryVersionCommentAndForeignEvent) {
+    const std::string tail = "E: 1.000000 0003 0039 5\nE: 1.000000 0003 0035 0001\t# EV_ABS / ABS_MT_POSITION_X\n"
+                             "E: 1.000000 0003 0036 2\n\nE: 1.000000 0004 0004 77\nE: 1.000000 ffff ffff -1\n"
+                             "# a remark\nE: 1.000000 0000 0000 0000\r\n";
+    for (const char* version : {"", "# EVEMU 1.0\n", "# EVEMU 1.1\n", "# EVEMU 1.2\n", "# EVEMU 1.3\r\n"}) {
+        const Fingers fingers = FingersOf(Read(version + std::string("N: pad\nL: 00 0\nS: 00 0\n") + Axes + tail));
+        EXPECT_EQ(fingers, Fingers({{{0, 5, 1, 2}}})) << version;
+    }
+}
+
+TEST(RecordingReader, AFaultIsNamedWithItsLine) {
+    const std::string head = "# EVEMU 1.3\nN: pad\nA: 2f 0 1 0 0 0\nA: 35 0 9 0 0 0\nA: 36 0 9 0 0 0\n";
+    const std::string report = "E: 2.000000 0003 0035 1\nE: 2.000000 0000 0000 0\n";
+    struct Row {
+        const char* name;
+        std::string text;
+        const char* expected;
+    };
+    const std::vector<Row> rows = {
+        {"no text", "", "r.evemu: not an evemu recording"},
+        {"a session", "{\"session\": 1}\n", "r.evemu:1: not an evemu recording"},
+        {"events only", report, "r.evemu:1: not an evemu recording"},
+        {"newer", "# EVEMU 1.4\n", "r.evemu:1: unsupported version"},
+        {"another age", "# EVEMU 2.0\n", "r.evemu:1: unsupported version"},
+        {"no version", "# EVEMU one\n", "r.evemu:1: unsupported version"},
+        {"no events", head, "r.evemu:5: the recording is cut off"},
+        {"cut off between reports", head + report + "E: 2.000000 0003 0035 2\n", "r.evemu:8: the recording is cut off"},
+        {"cut off within a line", head + report + "E: 2.0000", "r.evemu:8: expected an event"},
+        {"cut off within a value", head + report + "E: 2.000000 0003 0035", "r.evemu:8: expected an event"},
+        {"text after a value", head + report + "E: 2.000000 0003 0035 1 x\n", "r.evemu:8: expected an event"},
+        {"33-bit value", head + report + "E: 2.000000 0003 0035 2147483648\n", "r.evemu:8: expected an event"},
+        {"17-bit type", head + report + "E: 2.000000 10000 0035 1\n", "r.evemu:8: expected an event"},
+        {"five digits of time", head + report + "E: 2.00000 0003 0035 1\n", "r.evemu:8: expected an event"},
+        {"negative time", head + "E: -1.000000 0003 0035 1\n", "r.evemu:6: expected an event"},
+        {"endless time", head + "E: 9223372036854775807.000000 0003 0035 1\n", "r.evemu:6: expected an event"},
+        {"foreign line", head + report + "junk\n", "r.evemu:8: expected an event"},
+        {"foreign line before", head + "junk\n" + report, "r.evemu:6: expected a line of the device's description"},
+        {"axis after events", head + report + "A: 39 0 9 0 0 0\n", "r.evemu:8: expected an event"},
+        {"short axis", "N: pad\nA: 35 0 9\n", "r.evemu:2: expected an axis"},
+        {"axis code", "N: pad\nA: 40 0 9 0 0 0\n", "r.evemu:2: expected an axis"},
+        {"axis without range", "N: pad\nA: 35 9 9 0 0\nA: 36 0 9 0 0\n" + report, "r.evemu:2: expected an axis whose"},
+        {"no multi-touch", "N: pad\nA: 00 0 9 0 0\nA: 01 0 9 0 0\n" + report, "r.evemu: expected a multi-touch device"},
+        {"time runs backward", head + report + "E: 1.999999 0000 0000 0\n", "r.evemu:8: the time runs backward"},
+        {"too long", head + report + "E: 3602.000001 0000 0000 0\n",
+         "r.evemu:8: expected a recording of at most an hour"},
+        {"slot beyond the last", head + "E: 2.000000 0003 002f 2\n" + report, "r.evemu:6: expected a slot from 0 to 1"},
+        {"everything lost", head + "E: 2.000000 0000 0003 0\nE: 2.000000 0000 0000 0\n", "r.evemu: expected a report"},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        try {
+            (void)Read(row.text);
+            ADD_FAILURE() << "no error";
+        } catch (const replay::ReadError& error) {
+            EXPECT_TRUE(std::string(error.what()).starts_with(row.expected)) << error.what();
+        }
+    }
+    EXPECT_THROW((void)replay::ReadRecordingFile("/nowhere/r.evemu"), replay::ReadError);
+}
+
+// The recordings beside the project. They are no part of it, so a machine may be without them.
+std::vector<std::filesystem::path> SharedRecordings() {
+    std::vector<std::filesystem::path> files;
+    std::string folder;
+#ifdef SHARED_RECORDINGS_DIR
+    folder = SHARED_RECORDINGS_DIR;
+#endif
+    if (const char* given = std::getenv("SHARED_RECORDINGS_DIR")) {
+        folder = given;
+    }
+    std::error_code missing;
+    for (const auto& entry : std::filesystem::directory_iterator(folder, missing)) {
+        if (entry.path().extension() == ".evemu") {
+            files.push_back(entry.path());
+        }
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+TEST(RecordingReader, ReadsTheSharedRecordings) {
+    const auto files = SharedRecordings();
+    if (files.empty()) {
+        GTEST_SKIP() << "no shared recordings under SHARED_RECORDINGS_DIR";
+    }
+    struct Row {
+        const char* gesture;  // the end of the file's name
+        std::size_t most;     // fingers at a time
+        std::size_t all;      // different fingers
+    };
+    const std::vector<Row> rows = {
+        {"one-finger-drag", 1, 1},   {"fast-taps", 1, 9},        {"two-finger-drag", 2, 2}, {"two-finger-tap", 2, 2},
+        {"two-finger-circle", 2, 2}, {"four-finger-drag", 4, 4}, {"ten-point", 5, 12},
+    };
+    for (const auto& file : files) {
+        SCOPED_TRACE(file.filename());
+        const Recording recording = replay::ReadRecordingFile(file.string());
+        std::size_t most = 0;
+        std::set<std::int32_t> all;
+        for (const Report& report : recording.reports) {
+            most = std::max(most, report.contacts.size());
+            for (const Contact& contact : report.contacts) {
+                all.insert(contact.trackingId);
+                EXPECT_TRUE(contact.x >= recording.x.minimum && contact.x <= recording.x.maximum) << contact.x;
+                EXPECT_TRUE(contact.y >= recording.y.minimum && contact.y <= recording.y.maximum) << contact.y;
+            }
+        }
+        EXPECT_TRUE(recording.reports.back().contacts.empty());
+        const auto row = std::find_if(rows.begin(), rows.end(), [&](const Row& candidate) {
+            return file.stem().string().ends_with(candidate.gesture);
+        });
+        if (row != rows.end()) {
+            EXPECT_EQ(most, row->most);
+            EXPECT_EQ(all.size(), row->all);
+        }
+    }
+}
+
+// libevemu reads the same device and the same events.
+TEST(EvemuText, AgreesWithTheLibrary) {
+    const auto files = SharedRecordings();
+    if (files.empty()) {
+        GTEST_SKIP() << "no shared recordings under SHARED_RECORDINGS_DIR";
+    }
+    for (const auto& path : files) {
+        SCOPED_TRACE(path.filename());
+        std::ifstream input(path, std::ios::binary);
+        const replay::EvemuText text = replay::ReadEvemuText(input, path.string());
+
+        const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "r"), &std::fclose);
+        const std::unique_ptr<evemu_device, void (*)(evemu_device*)> device(evemu_new(nullptr), &evemu_delete);
+        ASSERT_TRUE(file && device && evemu_read(device.get(), file.get()) > 0);
+        EXPECT_EQ(text.deviceName, evemu_get_name(device.get()));
+        for (int code = 0; code <= ABS_MAX; ++code) {
+            const auto axis = text.axes.find(code);
+            ASSERT_EQ(axis != text.axes.end(), evemu_has_event(device.get(), EV_ABS, code) != 0) << code;
+            if (axis != text.axes.end()) {
+                EXPECT_EQ(axis->second.minimum, evemu_get_abs_minimum(device.get(), code));
+                EXPECT_EQ(axis->second.maximum, evemu_get_abs_maximum(device.get(), code));
+                EXPECT_EQ(axis->second.fuzz, evemu_get_abs_fuzz(device.get(), code));
+                EXPECT_EQ(axis->second.resolution, evemu_get_abs_resolution(device.get(), code));
+            }
+        }
+        std::size_t count = 0;
+        for (input_event event{}; evemu_read_event(file.get(), &event) > 0; ++count) {
+            ASSERT_LT(count, text.events.size());
+            const replay::EvemuEvent& own = text.events[count];
+            EXPECT_EQ(own.timeUs, event.input_event_sec * 1'000'000 + event.input_event_usec);
+            EXPECT_EQ(std::tie(own.type, own.code, own.value), std::tie(event.type, event.code, event.value));
+        }
+        EXPECT_EQ(count, text.events.size());
+    }
+}
+
+}  // namespace

@@ -1,0 +1,388 @@
+#include "viewer/ReferenceViewer.h"
+
+#include "host/du/Localizer.h"
+#include "host/platform/Display.h"
+#include "host/platform/Environment.h"
+#include "tests/tools/ViewerFixtures.h"
+#include "viewer/ViewerWorkflows.h"
+
+#include <gmock/gmock.h>
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <functional>
+
+namespace viewer {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+// Two squares left and right of the middle, 200 pixels wide each, about (320, 400) and (960, 400).
+std::shared_ptr<const Model> MakeModel() {
+    auto model = std::make_shared<Model>();
+    model->parts = {MakeSquare("left", -4, 0, 0), MakeSquare("right", 4, 0, 0)};
+    return model;
+}
+
+ViewSpec MakeShapeSpec() {
+    ViewSpec spec;
+    spec.camera.location.SetPos({0, 0, 20});
+    spec.bounds = {{-5, -1, 0}, {5, 1, 0}};
+    return spec;
+}
+
+TouchFrame MakeFrame(std::initializer_list<TouchRecord> records) {
+    TouchFrame frame;
+    frame.count = static_cast<std::int32_t>(records.size());
+    std::copy(records.begin(), records.end(), frame.records.begin());
+    return frame;
+}
+
+class HeadlessViewer : public testing::Test {
+protected:
+    HeadlessViewer() {
+        viewer.SetModel(MakeModel());
+        viewer.SetView(MakeShapeSpec());
+    }
+    void Load() { viewer.LoadComponent(TOUCHNAV_PLUGIN, "shapeview"); }
+    template <class Wanted>
+    std::vector<Wanted> GetCalls() {
+        std::vector<Wanted> wanted;
+        for (const Call& call : viewer.GetRecorder().GetCalls()) {
+            if (const auto* found = std::get_if<Wanted>(&call)) {
+                wanted.push_back(*found);
+            }
+        }
+        return wanted;
+    }
+
+    ReferenceViewer viewer{HostSettings{}};
+};
+
+TEST_F(HeadlessViewer, AClickSelectsWhatIsUnderIt) {
+    for (const auto& [x, selected] : {std::pair{320, std::vector<std::string>{"left"}}, {960, {"right"}}, {640, {}}}) {
+        EXPECT_EQ(viewer.Mouse("MsgClickLeft", x, 400), std::nullopt) << "there is no component to answer";
+        EXPECT_EQ(viewer.TakeSnapshot().selectedParts, selected) << x;
+    }
+    viewer.Mouse("MsgClickLeft", 320, 400);
+    viewer.SetModel(nullptr);
+    EXPECT_THAT(viewer.TakeSnapshot().selectedParts, IsEmpty());
+    viewer.Mouse("MsgClickLeft", 320, 400);
+    EXPECT_THAT(viewer.TakeSnapshot().selectedParts, IsEmpty()) << "nothing is shown";
+}
+
+TEST_F(HeadlessViewer, ARightClickOpensTheContextActionsUntilTheNextTouch) {
+    EXPECT_EQ(viewer.TakeSnapshot().contextMenu, std::nullopt);
+    viewer.Mouse("MsgMouseRightUp", 320, 400);
+    EXPECT_EQ(viewer.TakeSnapshot().contextMenu, std::nullopt) << "the button never went down";
+    for (const auto& [x, part] : {std::pair{320, "left"}, {640, ""}}) {
+        viewer.Mouse("MsgMouseRightDown", x, 400);
+        viewer.Mouse("MsgMouseRightUp", x, 400);
+        EXPECT_EQ(viewer.TakeSnapshot().contextMenu, part);
+        EXPECT_EQ(viewer.TakeSnapshot().contextMenuAt, dg::DPoint2D(x, 400));
+    }
+    viewer.Touch(MakeFrame({{7, 10, 10, 1, TouchMove}}));
+    EXPECT_NE(viewer.TakeSnapshot().contextMenu, std::nullopt) << "the finger that opened it still rests";
+    viewer.Touch(MakeFrame({{8, 10, 10, 1, TouchDown}}));
+    EXPECT_EQ(viewer.TakeSnapshot().contextMenu, std::nullopt);
+}
+
+TEST_F(HeadlessViewer, ASelectionDragEndsInEveryWayADragCanEnd) {
+    struct Row {
+        const char* name;
+        std::function<void()> end;
+        std::vector<std::string> selected;
+        bool bandLeft;
+    };
+    const Row rows[] = {
+        {"the button goes up", [&] { viewer.Mouse("MsgMouseLeftUp", 0, 0); }, {"left"}, false},
+        {"the finger lifts",
+         [&] {
+             viewer.Touch(MakeFrame({{1, 9, 9, 9, TouchUp}}));
+         },
+         {"left"},
+         false},
+        {"a finger stays",
+         [&] {
+             viewer.Touch(MakeFrame({{1, 9, 9, 9, TouchUp}, {2, 9, 9, 9, TouchMove}}));
+         },
+         {},
+         true},
+        {"the button goes down again", [&] { viewer.Mouse("MsgMouseLeftDown", 0, 0); }, {"left"}, false},
+        {"it was a click", [&] { viewer.Mouse("MsgClickLeft", 960, 400); }, {"right"}, false},
+        {"half a second without a drag", [&] { viewer.Tick(1500, 16); }, {}, true},
+        {"more than that", [&] { viewer.Tick(1501, 16); }, {"left"}, false},
+        {"another view", [&] { viewer.SetView(MakeShapeSpec()); }, {}, false},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        viewer.Mouse("MsgClickLeft", 0, 0);
+        viewer.Tick(1000, 16);
+        viewer.Mouse("MsgMouseLeftDown", 20, 20);
+        viewer.Mouse("MsgMouseLeftDrag", 23, 17);
+        EXPECT_EQ(viewer.TakeSnapshot().rubberBand, std::nullopt) << "a finger never rests quite still";
+        viewer.Mouse("MsgMouseLeftDrag", 640, 780);
+        ASSERT_TRUE(viewer.TakeSnapshot().rubberBand);
+        EXPECT_EQ(viewer.TakeSnapshot().rubberBand->y1, 780);
+        row.end();
+        EXPECT_EQ(viewer.TakeSnapshot().selectedParts, row.selected);
+        EXPECT_EQ(viewer.TakeSnapshot().rubberBand.has_value(), row.bandLeft);
+    }
+}
+
+TEST_F(HeadlessViewer, AMoveHighlightsThePartUnderItUnlessThatIsSwitchedOff) {
+    Services services;
+    PickScene scene;
+    const dg::Camera3D camera = viewer.TakeSnapshot().camera;
+    scene.camera = &camera;
+    scene.model = MakeModel();
+    const du::SmartPtr<PickerWorkflow> picker(new PickerWorkflow(scene));
+    services.dispatch.Add(picker);
+    const auto move = [&] {
+        services.dispatch.Deliver(workflow::MouseMsg(workflow::ConstStrings::MsgMouseMove, 960, 400, 0));
+        return picker->GetPreselected();
+    };
+    const auto setMode = [&](const char* name, const char* mode, int value) {
+        services.dispatch.SendModeMessage(du::Symbol(name), du::Symbol(mode), value, nullptr);
+    };
+    EXPECT_EQ(move(), 1U);
+    setMode("picker", "enable_preselect", 0);
+    EXPECT_EQ(picker->GetPreselected(), std::nullopt) << "what was highlighted goes at once";
+    EXPECT_EQ(move(), std::nullopt);
+    setMode("touch", "enable_preselect", 1);
+    setMode("picker", "enable_geom_preselect", 1);
+    EXPECT_EQ(move(), std::nullopt) << "meant for another workflow, or for something else";
+    setMode("picker", "enable_preselect", 1);
+    EXPECT_EQ(move(), 1U);
+}
+
+TEST(ViewerPlatform, TheLatestViewerAnswersUntilItGoes) {
+    const du::Localizer texts("hxbase:hxmodulesStrings");
+    const auto describe = [&] {
+        const platform::DeviceContext dc = platform::GetDC(nullptr);
+        return std::to_string(platform::GetDeviceCaps(dc, platform::LogPixelsX)) + " " +
+               std::to_string(platform::GetDeviceCaps(dc, platform::LogPixelsY)) + " " +
+               (platform::IsEnvironmentVariablePresent("HXAPP_DONTZOOM") ? "switch " : "no switch ") +
+               texts.LocalizeMessage("TouchMultiSelectMode", du::Localizer::ReturnKey);
+    };
+    HostSettings first;
+    first.ppiX = 120;
+    first.ppiY = 0;
+    HostSettings second;
+    second.environment = {"HXAPP_DONTPAN", "HXAPP_DONTZOOM"};
+    const std::string byFirst = "120 0 no switch Touch: select";
+    const std::string bySecond = "96 96 switch Touch: select";
+
+    auto older = std::make_unique<ReferenceViewer>(first);
+    EXPECT_EQ(describe(), byFirst);
+    auto newer = std::make_unique<ReferenceViewer>(second);
+    EXPECT_EQ(describe(), bySecond);
+    newer.reset();
+    EXPECT_EQ(describe(), byFirst);
+    newer = std::make_unique<ReferenceViewer>(second);
+    older.reset();
+    EXPECT_EQ(describe(), bySecond) << "the older one may go first";
+    EXPECT_EQ(texts.LocalizeMessage("NoSuchKey", du::Localizer::ReturnKey), "NoSuchKey");
+    newer.reset();
+    EXPECT_EQ(describe(), "96 96 no switch TouchMultiSelectMode");
+}
+
+TEST_F(HeadlessViewer, SaysWhichPluginItCannotLoadAndWhy) {
+    Dl_info host{};
+    ASSERT_NE(dladdr(reinterpret_cast<const void*>(&platform::SetPixelsPerInch), &host), 0);
+    struct Row {
+        const char* name;
+        std::string path;
+        const char* viewType;
+        const char* cause;
+    };
+    const Row rows[] = {
+        {"no such file", "/nowhere/plugin.so", "shapeview",
+         "cannot load the plug-in /nowhere/plugin.so: cannot open shared object file"},
+        {"a bare name is no system library", "libm.so.6", "shapeview",
+         "cannot load the plug-in libm.so.6: cannot open"},
+        {"another library", host.dli_fname, "shapeview", "it has no entry point HXDllTerminate"},
+        {"a view type it does not know", TOUCHNAV_PLUGIN, "Shapeview", "for the view type \"Shapeview\""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        Load();
+        try {
+            viewer.LoadComponent(row.path, row.viewType);
+            ADD_FAILURE() << "nothing was thrown";
+        } catch (const PluginError& error) {
+            EXPECT_THAT(error.what(), HasSubstr(row.path));
+            EXPECT_THAT(error.what(), HasSubstr(row.cause));
+        }
+        EXPECT_EQ(viewer.GetComponent(), nullptr);
+        EXPECT_EQ(viewer.Mouse("MsgMouseMove", 1, 1), std::nullopt);
+    }
+}
+
+TEST_F(HeadlessViewer, HoldsTheOnlyReferenceToTheComponentItInstalls) {
+    Load();
+    workflow::SimpleWorkflow* component = viewer.GetComponent();
+    ASSERT_NE(component, nullptr);
+    EXPECT_EQ(component->GetReferenceCount(), 1);
+    EXPECT_NE(component->GetManagerCore(), nullptr);
+    EXPECT_NE(component->GetView(), nullptr) << "the view that was attached before";
+    EXPECT_EQ(viewer.Mouse("MsgMouseMove", 1, 1), true) << "before the first tick every move counts as a touch's echo";
+    EXPECT_EQ(viewer.Mouse("MsgMouseRightUp", 1, 1), std::nullopt) << "a type that it has not registered";
+    viewer.SetView(std::nullopt);
+    EXPECT_EQ(component->GetView(), nullptr);
+    viewer.UnloadComponent();
+    EXPECT_EQ(viewer.GetComponent(), nullptr);
+    EXPECT_EQ(viewer.UpdateStatusBar(), std::nullopt);
+}
+
+TEST_F(HeadlessViewer, OpensEveryKindOfView) {
+    struct Row {
+        const char* kind;
+        const hxk::ClassType* type;  // null: known by its number only
+        unsigned int id;
+        bool is2D;
+    };
+    const Row rows[] = {
+        {"shapeview", &hxk::ShapeView::CLASS_TYPE, 0, false},
+        {"drawingview", &hxk::DrawingView::CLASS_TYPE, 0, true},
+        {"imageview", &hxk::ImageView::CLASS_TYPE, 0, true},
+        {"illustration2dview", &hxk::DocumentView::CLASS_TYPE, 0, true},
+        {"ecadschematicview", nullptr, 75, true},
+        {"ecadpcbview", nullptr, 78, true},
+        {"schematicfigureview", nullptr, 127, true},
+        {"other", nullptr, 1000, false},
+    };
+    Load();
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.kind);
+        ViewSpec spec = MakeShapeSpec();
+        spec.kind = row.kind;
+        spec.orthoWidth = 42;
+        spec.placement.SetPos({1, 2, 3});
+        viewer.SetView(spec);
+        const hxk::View& view = *viewer.GetComponent()->GetView();
+        EXPECT_EQ(row.type != nullptr ? view.IsATypeOf(*row.type) : view.IsATypeOfId(row.id), true);
+        for (const Row& other : rows) {
+            EXPECT_TRUE(other.type == nullptr || other.type == row.type || !view.IsATypeOf(*other.type)) << other.kind;
+        }
+        EXPECT_EQ(dynamic_cast<const hxk::View2D*>(&view) != nullptr, row.is2D);
+        EXPECT_EQ(dynamic_cast<const hxk::ShapeView*>(&view) != nullptr, row.type == &hxk::ShapeView::CLASS_TYPE);
+        const ViewSnapshot snapshot = viewer.TakeSnapshot();
+        EXPECT_EQ(snapshot.kind, row.kind);
+        EXPECT_EQ(snapshot.orthoWidth, row.is2D ? 42 : 0);
+        EXPECT_EQ(snapshot.placement.GetPos(), row.is2D ? dg::DPoint3D(1, 2, 3) : dg::DPoint3D());
+    }
+    ViewSpec unknown;
+    unknown.kind = "Shapeview";
+    EXPECT_THROW(viewer.SetView(unknown), std::invalid_argument);
+    EXPECT_EQ(viewer.TakeSnapshot().kind, "other") << "the attached view stays";
+}
+
+TEST_F(HeadlessViewer, ATapOfTheComponentReachesThePicker) {
+    Load();
+    viewer.Tick(1000, 16);
+    viewer.Touch(MakeFrame({{1, 960, 400, 100, TouchDown}}));
+    viewer.Tick(1050, 50);
+    viewer.Touch(MakeFrame({{1, 960, 400, 180, TouchUp}}));
+    EXPECT_THAT(viewer.TakeSnapshot().selectedParts, ElementsAre("right"));
+    EXPECT_EQ(viewer.TakeSnapshot().statusText, "Touch: navigate");
+    const auto sent = GetCalls<SendMessageCall>();
+    ASSERT_EQ(sent.size(), 1U);
+    EXPECT_EQ(sent[0].type, "MsgClickLeft");
+    EXPECT_EQ(sent[0].componentAnswer, false) << "the component lets its own click pass";
+}
+
+class SpunViewer : public HeadlessViewer {
+protected:
+    SpunViewer() {
+        ViewSpec spec = MakeShapeSpec();
+        spec.spinCenter = {1, 2, 3};
+        spec.preferences = PreferenceValues{{"Model Viewer/display_rotation_center", true}};
+        viewer.SetView(spec);
+        Load();
+        viewer.Tick(1000, 16);
+        viewer.Touch(MakeFrame({{1, 500, 400, 100, TouchDown}}));
+        for (int step = 1; step <= 6; ++step) {
+            viewer.Touch(MakeFrame({{1, 500 + 40 * step, 400, 100 + 16 * step, TouchMove}}));
+            viewer.Tick(1000 + 16 * step, 16);
+        }
+    }
+    void Release() { viewer.Touch(MakeFrame({{1, 740, 400, 220, TouchUp}})); }
+};
+
+TEST_F(SpunViewer, ShowsTheSpinCentreWhileTheFingerIsDown) {
+    const ViewSnapshot spinning = viewer.TakeSnapshot();
+    ASSERT_EQ(spinning.markups.size(), 3U);
+    for (const MarkupLine& line : spinning.markups) {
+        EXPECT_EQ(line.origin, dg::DPoint3D(1, 2, 3));
+        EXPECT_DOUBLE_EQ(line.direction.Norm(), 1);
+        EXPECT_GT(line.ballRadius, 0);
+    }
+    const auto added = GetCalls<AddMarkupCall>();
+    ASSERT_EQ(added.size(), 1U);
+    EXPECT_EQ(added[0].position, dg::DPoint3D(1, 2, 3));
+    Release();
+    EXPECT_THAT(viewer.TakeSnapshot().markups, IsEmpty());
+}
+
+TEST_F(SpunViewer, ClosesEveryUpdateGroupThatTheComponentOpened) {
+    const auto* view = dynamic_cast<const ViewerShapeView*>(viewer.GetComponent()->GetView().Get());
+    ASSERT_NE(view, nullptr);
+    EXPECT_EQ(view->GetOpenUpdateGroups(), 0);
+}
+
+TEST_F(SpunViewer, CoastsOnAfterTheReleaseWithoutACallOfTheComponent) {
+    Release();
+    const auto queued = GetCalls<AddTransitionCall>();
+    ASSERT_EQ(queued.size(), 1U);
+    EXPECT_EQ(queued[0].start, viewer.TakeSnapshot().camera.GetLocation());
+    EXPECT_THAT(queued[0].values, ElementsAre(0, 100, 15, 0));
+    const auto cameraCalls = GetCalls<SetCameraLocationCall>().size();
+    viewer.Tick(1116, 16);
+    EXPECT_TRUE(viewer.IsTransitionPlaying());
+    viewer.Tick(1166, 50);
+    EXPECT_NE(viewer.TakeSnapshot().camera.GetLocation(), queued[0].start);
+    viewer.Tick(1216, 50);
+    EXPECT_FALSE(viewer.IsTransitionPlaying());
+    EXPECT_EQ(viewer.TakeSnapshot().camera.GetLocation(), queued[0].end);
+    EXPECT_EQ(GetCalls<SetCameraLocationCall>().size(), cameraCalls);
+}
+
+TEST_F(SpunViewer, CoastsNoFurtherWithoutItsComponent) {
+    Release();
+    ASSERT_TRUE(viewer.IsTransitionPlaying());
+    viewer.UnloadComponent();
+    EXPECT_FALSE(viewer.IsTransitionPlaying());
+}
+
+TEST(ViewerShutdown, LeavesNothingBehindInTheMiddleOfATouch) {
+    for (const BoundsAnswer answer : {BoundsAnswer::NextTick, BoundsAnswer::Never, BoundsAnswer::Refused}) {
+        HostSettings settings;
+        settings.boundsAnswer = answer;
+        ReferenceViewer viewer(settings);
+        ViewSpec spec = MakeShapeSpec();
+        spec.preferences = PreferenceValues{{"Model Viewer/display_rotation_center", true}};
+        viewer.SetView(spec);
+        viewer.LoadComponent(TOUCHNAV_PLUGIN, "shapeview");
+        viewer.Tick(1000, 16);
+        // A spin leaves the markup on the view; a pinch then leaves a request waiting.
+        viewer.Touch(MakeFrame({{1, 500, 400, 100, TouchDown}}));
+        viewer.Touch(MakeFrame({{1, 600, 400, 120, TouchMove}}));
+        EXPECT_EQ(viewer.TakeSnapshot().markups.size(), 3U);
+        viewer.Touch(MakeFrame({{1, 600, 400, 140, TouchMove}, {2, 700, 500, 140, TouchDown}}));
+        viewer.Touch(MakeFrame({{1, 500, 300, 160, TouchMove}, {2, 900, 700, 160, TouchMove}}));
+        viewer.Touch(MakeFrame({{1, 300, 100, 180, TouchMove}, {2, 1100, 790, 180, TouchMove}}));
+        const auto& calls = viewer.GetRecorder().GetCalls();
+        EXPECT_TRUE(std::any_of(calls.begin(), calls.end(),
+                                [](const Call& call) { return std::holds_alternative<ManageObjectCall>(call); }));
+        // Unloading twice, once by hand, once by the destructor; a leak is for the leak checker to find.
+        viewer.UnloadComponent();
+        EXPECT_THAT(viewer.TakeSnapshot().markups, IsEmpty());
+    }
+}
+
+}  // namespace
+}  // namespace viewer

@@ -1,0 +1,276 @@
+// Pictures of 3D scenes.
+#include "replay/SceneRenderer.h"
+
+#include "replay/Clip.h"
+#include "replay/Image.h"
+#include "replay/SceneProjection.h"
+#include "tests/tools/PictureFixtures.h"
+#include "viewer/MeshEdges.h"
+#include "viewer/Polygon.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace pictures;
+
+TEST(SceneProjection, RightIsRightUpIsUpAndNearIsNear) {
+    // A window that is not about its centre, and a picture that is not square.
+    dg::Camera3D parallel;
+    parallel.SetProjection(-2, 8, -1, 4, 1, true);
+    parallel.SetLocation(At(1, 0, 20));
+    dg::Camera3D perspective;
+    perspective.SetProjection(-1, 1, -0.5, 0.5, 2, false);
+    perspective.SetLocation({{0, 1, 0}, {0, 0, 1}, {1, 0, 0}, {10, 0, 0}});  // from +X, with Z up
+    struct Row {
+        const char* name;
+        const dg::Camera3D& camera;
+        dg::DPoint3D point;
+        double x;
+        double y;
+    };
+    const Row rows[] = {
+        {"parallel, window's upper left corner", parallel, {-1, 4, 0}, 0, 0},
+        {"parallel, window's lower right corner", parallel, {9, -1, 3}, 200, 100},
+        {"parallel, behind the eye", parallel, {1, 0, 50}, 40, 80},
+        {"perspective, middle", perspective, {0, 0, 0}, 100, 50},
+        {"perspective, on the view plane", perspective, {8, 1, 0.5}, 200, 0},
+        {"perspective, twice as far", perspective, {6, 1, 0.5}, 150, 25},
+    };
+    for (const Row& row : rows) {
+        const auto projection = replay::SceneProjection::Make(row.camera, 200, 100);
+        ASSERT_TRUE(projection) << row.name;
+        const replay::PicturePoint point = projection->ToPicture(projection->ToEye(row.point));
+        EXPECT_NEAR(point.x, row.x, 1e-9) << row.name;
+        EXPECT_NEAR(point.y, row.y, 1e-9) << row.name;
+    }
+    for (const dg::Camera3D& camera : {parallel, perspective}) {
+        const auto projection = replay::SceneProjection::Make(camera, 200, 100);
+        const dg::DPoint3D eye = camera.GetLocation().GetPos();
+        const dg::DVec3 ahead = -dg::DVec3(camera.GetLocation().GetW());
+        const auto nearnessAt = [&](double distance) {
+            return projection->ToPicture(projection->ToEye(eye + ahead * distance)).nearness;
+        };
+        EXPECT_GT(nearnessAt(3), nearnessAt(4));
+    }
+}
+
+TEST(SceneRenderer, ShowsTheSideOfACubeThatFacesTheCamera) {
+    // Faces in the colours of a colour cube: + sides plain, - sides mixed.
+    const auto cube = MakeModel(
+        {MakePatch({2, 0, 0}, {0, 2, 0}, {0, 0, 2}, Red), MakePatch({-2, 0, 0}, {0, 2, 0}, {0, 0, 2}, Cyan),
+         MakePatch({0, 2, 0}, {2, 0, 0}, {0, 0, 2}, Green), MakePatch({0, -2, 0}, {2, 0, 0}, {0, 0, 2}, Magenta),
+         MakePatch({0, 0, 2}, {2, 0, 0}, {0, 2, 0}, Blue), MakePatch({0, 0, -2}, {2, 0, 0}, {0, 2, 0}, Yellow)});
+    const replay::SceneRenderer renderer(cube);
+    struct Row {
+        const char* name;
+        dg::Location camera;
+        const char* center;
+    };
+    const Row rows[] = {
+        {"from +Z", {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {0, 0, 20}}, "blue"},
+        {"from -Z", {{-1, 0, 0}, {0, 1, 0}, {0, 0, -1}, {0, 0, -20}}, "yellow"},
+        {"from +X", {{0, 1, 0}, {0, 0, 1}, {1, 0, 0}, {20, 0, 0}}, "red"},
+        {"from -X", {{0, -1, 0}, {0, 0, 1}, {-1, 0, 0}, {-20, 0, 0}}, "cyan"},
+        {"from +Y", {{-1, 0, 0}, {0, 0, 1}, {0, 1, 0}, {0, 20, 0}}, "green"},
+        {"from -Y", {{1, 0, 0}, {0, 0, 1}, {0, -1, 0}, {0, -20, 0}}, "magenta"},
+    };
+    for (const Row& row : rows) {
+        for (const bool orthographic : {true, false}) {
+            const replay::Image image = renderer.Render(MakeView(row.camera, orthographic), 160, 100);
+            EXPECT_EQ(NameOf(image.At(80, 50)), row.center) << row.name << ", orthographic " << orthographic;
+            EXPECT_EQ(NameOf(image.At(10, 50)), "pale") << row.name << ": background beside the cube";
+        }
+    }
+    // Turned a little to the right and down, three faces show: the top above, the near ones to the left and right.
+    dg::Location corner({0.7071F, 0.7071F, 0}, {-0.4082F, 0.4082F, 0.8165F}, {0.5774F, -0.5774F, 0.5774F},
+                        {20, -20, 20});
+    corner.Sanitize();
+    const replay::Image image = renderer.Render(MakeView(corner), 160, 100);
+    EXPECT_EQ(NameOf(image.At(80, 30)), "blue");
+    EXPECT_EQ(NameOf(image.At(65, 60)), "magenta");
+    EXPECT_EQ(NameOf(image.At(95, 60)), "red");
+}
+
+TEST(SceneRenderer, PatchesStandWhereTheyAreInThePicture) {
+    const replay::SceneRenderer renderer(
+        MakeModel({MakePatch({5, 0, 0}, 1, Red), MakePatch({0, 3, 0}, 1, Green), MakePatch({-5, -3, 0}, 1, Blue)}));
+    const replay::Image image = renderer.Render(MakeView(At(0, 0, 20)), 160, 100);
+    EXPECT_EQ(NameOf(image.At(130, 50)), "red") << "right";
+    EXPECT_EQ(NameOf(image.At(80, 20)), "green") << "up";
+    EXPECT_EQ(NameOf(image.At(30, 80)), "blue") << "down and to the left";
+    // Sides at 4 and 6 units of 10 pixels: the pixels along both borders are whole.
+    EXPECT_EQ(NameOf(image.At(120, 50)), "red");
+    EXPECT_EQ(NameOf(image.At(139, 50)), "red");
+    EXPECT_EQ(NameOf(image.At(119, 50)), "pale");
+    EXPECT_EQ(NameOf(image.At(140, 50)), "pale");
+}
+
+TEST(SceneRenderer, NearerSurfacesCoverFartherOnesInAnyOrder) {
+    const viewer::Part far = MakePatch({0, 0, -3}, 3, Red);
+    const viewer::Part near = MakePatch({0, 0, 3}, 1, Green);
+    // A patch that leans through the far one: its left half is nearer.
+    const viewer::Part leaning = MakePatch({0, 0, -3}, {3, 0, -3}, {0, 0.5, 0}, Blue);
+    for (const auto& parts : {std::vector{far, near, leaning}, std::vector{leaning, near, far}}) {
+        const replay::SceneRenderer renderer(MakeModel(parts));
+        for (const bool orthographic : {true, false}) {
+            const replay::Image image = renderer.Render(MakeView(At(0, 0, 10), orthographic), 160, 100);
+            EXPECT_EQ(NameOf(image.At(80, 50)), "green");
+            EXPECT_EQ(NameOf(image.At(62, 50)), "blue") << "leaning, in front";
+            EXPECT_EQ(NameOf(image.At(98, 50)), "red") << "leaning, behind";
+        }
+    }
+}
+
+TEST(SceneRenderer, PerspectiveCutsOffWhatLiesBehindTheEye) {
+    // A floor one unit below the eye, from far behind it to far ahead.
+    const replay::SceneRenderer renderer(MakeModel({MakePatch({0, -1, 0}, {0, 0, 1000}, {1000, 0, 0}, Green)}));
+    const replay::Image image = renderer.Render(MakeView(At(0, 0, 0), false), 160, 100);
+    for (const int x : {2, 80, 157}) {
+        EXPECT_EQ(NameOf(image.At(x, 97)), "green");
+        EXPECT_EQ(NameOf(image.At(x, 55)), "green") << "close under the horizon";
+        EXPECT_EQ(NameOf(image.At(x, 48)), "pale") << "above the horizon";
+    }
+    const replay::SceneRenderer behind(MakeModel({MakePatch({0, 0, 5}, 1, Red)}));
+    EXPECT_EQ(NameOf(behind.Render(MakeView(At(0, 0, 0), false), 160, 100).At(80, 50)), "pale");
+}
+
+TEST(SceneRenderer, FacesTurnedDifferentlyHaveDifferentLight) {
+    const auto brightnessOf = [](const dg::DVec3& a, const dg::DVec3& b) {
+        const replay::SceneRenderer renderer(MakeModel({MakePatch({0, 0, 0}, a, b, Red)}));
+        return renderer.Render(MakeView(At(0, 0, 20)), 160, 100).At(80, 50) >> 16U & 0xFFU;
+    };
+    const unsigned facing = brightnessOf({2, 0, 0}, {0, 2, 0});
+    const unsigned turned = brightnessOf({2, 0, -4}, {0, 2, 0});
+    EXPECT_GT(facing, turned + 30);
+    EXPECT_EQ(brightnessOf({0, 2, 0}, {2, 0, 0}), facing) << "the back is lit like the front";
+}
+
+TEST(SceneRenderer, EdgesAreDrawnWhereNothingCoversThem) {
+    // Half a pixel aside, so that the edges run along the middle of pixels.
+    viewer::Part framed = MakePatch({0.05, 0.05, 0}, 2, Red);
+    framed.edges = viewer::FindSharpEdges(framed);
+    viewer::Part cover = MakePatch({0, -2, 1}, {1, 0, 0}, {0, 1, 0}, Green);
+    for (const bool orthographic : {true, false}) {
+        // Ten units away both cameras see ten pixels a unit at z = 0.
+        const auto nameAt = [&](const std::vector<viewer::Part>& parts, double eyeZ, int x, int y) {
+            dg::Location location = At(0, 0, eyeZ);
+            if (eyeZ < 0) {
+                location = {{-1, 0, 0}, {0, 1, 0}, {0, 0, -1}, {0, 0, eyeZ}};
+            }
+            return NameOf(
+                replay::SceneRenderer(MakeModel(parts)).Render(MakeView(location, orthographic), 160, 100).At(x, y));
+        };
+        EXPECT_EQ(nameAt({framed, cover}, 10, 80, 29), "dark") << "upper edge";
+        EXPECT_EQ(nameAt({framed, cover}, 10, 60, 40), "dark") << "left edge";
+        EXPECT_EQ(nameAt({framed, cover}, 10, 80, 40), "red") << "no diagonal";
+        EXPECT_EQ(nameAt({framed, cover}, 10, 80, 69), "green") << "covered edge";
+        EXPECT_EQ(nameAt({framed, cover}, -10, 80, 69), "dark") << "seen from behind, the edge covers the cover";
+    }
+}
+
+TEST(SceneRenderer, SelectedPartsAreOrange) {
+    viewer::Part left = MakePatch({-3, 0, 0}, 2, Blue);
+    left.name = "left";
+    viewer::Part right = MakePatch({3, 0, 0}, 2, Blue);
+    right.name = "right";
+    viewer::ViewSnapshot view = MakeView(At(0, 0, 10));
+    view.selectedParts = {"right", "unknown"};
+    const replay::Image image = replay::SceneRenderer(MakeModel({left, right})).Render(view, 160, 100);
+    EXPECT_EQ(NameOf(image.At(50, 50)), "blue");
+    const std::uint32_t pixel = image.At(110, 50);
+    EXPECT_GT(pixel >> 16U & 0xFFU, pixel >> 8U & 0xFFU);
+    EXPECT_GT(pixel >> 8U & 0xFFU, (pixel & 0xFFU) + 20);
+}
+
+TEST(SceneRenderer, MarkupsStandInFrontAtAFixedShareOfTheView) {
+    const replay::SceneRenderer renderer(MakeModel({MakePatch({0, 0, 5}, 4, Yellow)}));
+    const viewer::MarkupLine toTheRight{{1, 0, 0}, {2, 0, 0}, 0.3, 0.5, Blue};
+    const viewer::MarkupLine upward{{1, 0, 0}, {0, 2, 0}, 0.3, 0, Red};
+    for (const double zoom : {1.0, 4.0}) {
+        viewer::ViewSnapshot view = MakeView(At(1, 0, 20));
+        view.camera.SetProjection(-8 * zoom, 8 * zoom, -5 * zoom, 5 * zoom, 1, true);
+        view.markups = {toTheRight, upward};
+        const replay::Image image = renderer.Render(view, 160, 100);
+        // One unit is 12 % of the height: 12 pixels, whatever the zoom.
+        EXPECT_EQ(NameOf(image.At(92, 50)), "blue") << "half way";
+        EXPECT_EQ(NameOf(image.At(108, 50)), "blue") << "the ball";
+        EXPECT_NE(NameOf(image.At(112, 50)), "blue") << "beyond the ball";
+        EXPECT_EQ(NameOf(image.At(80, 28)), "red") << "up to its end";
+        EXPECT_NE(NameOf(image.At(80, 23)), "red") << "beyond the end";
+    }
+}
+
+TEST(SceneRenderer, ADegenerateViewIsAnEmptyPicture) {
+    viewer::Part bad = MakePatch({0, 0, 0}, 2, Red);
+    bad.vertices[1] = {NaN, Infinity, 1e308};
+    bad.edges = viewer::FindSharpEdges(bad);
+    const replay::SceneRenderer renderer(MakeModel({MakePatch({0, 0, 0}, 2, Red), bad}));
+    viewer::ViewSnapshot good = MakeView(At(0, 0, 10));
+    const replay::Image empty = replay::SceneRenderer(nullptr).Render(good, 40, 30);
+    EXPECT_EQ(NameOf(renderer.Render(good, 40, 30).At(20, 15)), "red") << "a bad part does not spoil the others";
+
+    struct Row {
+        const char* name;
+        double left, right, bottom, top, distance;
+        bool orthographic;
+        dg::Location location;
+    };
+    const Row rows[] = {
+        {"window without width", 1, 1, -5, 5, 1, true, At(0, 0, 10)},
+        {"window upside down", -8, 8, 5, -5, 1, true, At(0, 0, 10)},
+        {"window not a number", NaN, 8, -5, 5, 1, true, At(0, 0, 10)},
+        {"window without end", -Infinity, Infinity, -5, 5, 1, true, At(0, 0, 10)},
+        {"window too large to count", -1e308, 1e308, -1e308, 1e308, 1, true, At(0, 0, 10)},
+        {"view plane at the eye", -8, 8, -5, 5, 0, false, At(0, 0, 10)},
+        {"view plane behind the eye", -8, 8, -5, 5, -1, false, At(0, 0, 10)},
+        {"view plane not a number", -8, 8, -5, 5, NaN, false, At(0, 0, 10)},
+        {"eye not a number", -8, 8, -5, 5, 1, true, At(0, NaN, 10)},
+        {"eye infinitely far", -8, 8, -5, 5, 1, false, At(0, 0, Infinity)},
+    };
+    for (const Row& row : rows) {
+        viewer::ViewSnapshot view = good;
+        view.camera.SetProjection(row.left, row.right, row.bottom, row.top, row.distance, row.orthographic);
+        view.camera.SetLocation(row.location);
+        view.markups = {{{0, 0, 0}, {1, 0, 0}, 0.1, 0.1, Red}};
+        EXPECT_EQ(renderer.Render(view, 40, 30).pixels, empty.pixels) << row.name;
+    }
+
+    good.markups = {{{NaN, 0, 0}, {1, 0, 0}, 0.1, 0.1, Red},
+                    {{9, 0, 0}, {NaN, 0, Infinity}, 0.1, 0.1, Red},
+                    {{0, 0, 0}, {1e300, 0, 0}, Infinity, NaN, Red}};
+    EXPECT_EQ(renderer.Render(good, 40, 30).pixels.size(), 1200U);
+    // Axes without a direction, and a view from inside at an extreme zoom.
+    good.camera.SetLocation({{0, 0, 0}, {0, 0, 0}, {0, 0, 0}, {0, 0, 0}});
+    EXPECT_EQ(renderer.Render(good, 40, 30).pixels.size(), 1200U);
+    good.camera.SetLocation(At(0, 0, 0));
+    good.camera.SetProjection(-1e-300, 1e-300, -1e-300, 1e-300, 1e-3, false);
+    EXPECT_EQ(renderer.Render(good, 40, 30).pixels.size(), 1200U);
+    EXPECT_TRUE(renderer.Render(good, 0, 30).pixels.empty());
+    EXPECT_TRUE(renderer.Render(good, 40, -1).pixels.empty());
+}
+
+TEST(Clip, CutsLinesAndAreasAtTheRectangle) {
+    const replay::ClipRect rect{0, 0, 10, 5};
+    const auto line = replay::ClipLine({-10, 0}, {20, 3}, rect);
+    ASSERT_TRUE(line);
+    EXPECT_NEAR(line->first.x, 0, 1e-12);
+    EXPECT_NEAR(line->first.y, 1, 1e-12);
+    EXPECT_NEAR(line->second.x, 10, 1e-12);
+    EXPECT_NEAR(line->second.y, 2, 1e-12);
+    EXPECT_FALSE(replay::ClipLine({-1, 4.5}, {3, 9}, rect)) << "passes the corner outside";
+    EXPECT_FALSE(replay::ClipLine({2, 2}, {NaN, 2}, rect));
+    EXPECT_FALSE(replay::ClipLine({-1.7e308, 2}, {1.7e308, 2}, rect)) << "a difference that overflows";
+
+    const viewer::Loop area = replay::ClipArea({{-5, -5}, {5, -5}, {5, 50}, {-5, 50}}, rect);
+    EXPECT_NEAR(viewer::GetSignedArea(area), 25, 1e-12);
+    EXPECT_TRUE(replay::ClipArea({{11, 0}, {12, 0}, {12, 1}}, rect).empty());
+    EXPECT_TRUE(replay::ClipArea({{1, 1}, {NaN, 1}, {1, 2}}, rect).empty());
+}
+
+}  // namespace

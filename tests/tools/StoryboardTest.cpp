@@ -1,0 +1,252 @@
+// Pictures of pages, and the sheets that pictures are put on.
+#include "replay/Storyboard.h"
+
+#include "replay/Image.h"
+#include "replay/PageRenderer.h"
+#include "replay/SheetCanvas.h"
+#include "tests/tools/PictureFixtures.h"
+#include "viewer/Page.h"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace pictures;
+
+// A file of a drawing as its pixels.
+replay::Image ReadPng(const std::string& path) {
+    cairo_surface_t* surface = cairo_image_surface_create_from_png(path.c_str());
+    replay::Image image;
+    if (cairo_surface_status(surface) == CAIRO_STATUS_SUCCESS) {
+        image.width = cairo_image_surface_get_width(surface);
+        image.height = cairo_image_surface_get_height(surface);
+        const unsigned char* row = cairo_image_surface_get_data(surface);
+        for (int y = 0; y < image.height; ++y, row += cairo_image_surface_get_stride(surface)) {
+            const auto* pixels = reinterpret_cast<const std::uint32_t*>(row);
+            image.pixels.insert(image.pixels.end(), pixels, pixels + image.width);
+        }
+    }
+    cairo_surface_destroy(surface);
+    return image;
+}
+
+// A folder of its own for each test, removed at the end.
+class DrawingFiles : public testing::Test {
+protected:
+    DrawingFiles() {
+        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+        m_folder =
+            std::filesystem::temp_directory_path() / (std::string(test->name()) + "-" + std::to_string(::getpid()));
+        std::filesystem::create_directories(m_folder);
+    }
+    ~DrawingFiles() override { std::filesystem::remove_all(m_folder); }
+
+    [[nodiscard]] std::string PathOf(const std::string& name) const { return (m_folder / name).string(); }
+    [[nodiscard]] static std::string Read(const std::string& path) {
+        std::ifstream file(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    }
+    [[nodiscard]] std::vector<std::string> ListFiles() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(m_folder)) {
+            names.push_back(entry.path().filename().string());
+        }
+        return names;
+    }
+
+    // Draws a page into a picture of 160 x 100 pixels.
+    [[nodiscard]] replay::Image DrawPage(const viewer::Page& page, const viewer::ViewSnapshot& view) const {
+        replay::SheetCanvas canvas(replay::SheetFormat::Png, 160, 100);
+        replay::DrawPage(canvas.GetContext(), page, view, {0, 0, 160, 100});
+        const std::string path = PathOf("page.png");
+        std::ofstream(path, std::ios::binary) << canvas.Finish();
+        return ReadPng(path);
+    }
+
+private:
+    std::filesystem::path m_folder;
+};
+
+using PageRenderer = DrawingFiles;
+
+TEST_F(PageRenderer, ShowsThePartOfThePageThatThePlacementAsksFor) {
+    viewer::Page page;
+    page.areas = {{viewer::MakeRectangle(0, 0, 8, 5), Red},
+                  {viewer::MakeRectangle(-8, 0, 0, 5), Green},
+                  {viewer::MakeRectangle(-8, -5, 0, 0), Blue},
+                  {viewer::MakeRectangle(0, -5, 8, 0), Yellow}};
+    struct Row {
+        const char* name;
+        dg::Location placement;
+        double width;
+        std::array<const char*, 4> corners;  // upper right, upper left, lower left, lower right
+    };
+    const Row rows[] = {
+        {"whole page", At(0, 0, 0), 16, {"red", "green", "blue", "yellow"}},
+        {"moved to the upper right", At(4, 2.5, 0), 8, {"red", "red", "red", "red"}},
+        {"moved to the right", At(5, 0, 0), 16, {"pale", "red", "yellow", "pale"}},
+        {"moved down", At(0, -4, 0), 16, {"yellow", "blue", "pale", "pale"}},
+        {"quarter turn: the page's Y is to the right",
+         {{0, 1, 0}, {-1, 0, 0}, {0, 0, 1}, {0, 0, 0}},
+         4,
+         {"green", "blue", "yellow", "red"}},
+        {"far out: the page is a spot on the desk", At(0, 0, 0), 1000, {"pale", "pale", "pale", "pale"}},
+        {"extremely near", At(3, 2, 0), 1e-9, {"red", "red", "red", "red"}},
+    };
+    for (const Row& row : rows) {
+        viewer::ViewSnapshot view;
+        view.kind = "drawingview";
+        view.placement = row.placement;
+        view.orthoWidth = row.width;
+        const replay::Image image = DrawPage(page, view);
+        ASSERT_EQ(image.width, 160);
+        EXPECT_EQ(NameOf(image.At(120, 20)), row.corners[0]) << row.name;
+        EXPECT_EQ(NameOf(image.At(40, 20)), row.corners[1]) << row.name;
+        EXPECT_EQ(NameOf(image.At(40, 90)), row.corners[2]) << row.name;
+        EXPECT_EQ(NameOf(image.At(120, 90)), row.corners[3]) << row.name;
+    }
+}
+
+TEST_F(PageRenderer, ADegenerateViewIsTheDesk) {
+    const viewer::Page page = viewer::MakePage("drawingview");
+    for (const double width : {0.0, -1.0, NaN, Infinity}) {
+        for (const double x : {0.0, NaN, 1e308}) {
+            viewer::ViewSnapshot view;
+            view.placement = At(x, 0, 0);
+            view.orthoWidth = width;
+            const replay::Image image = DrawPage(page, view);
+            ASSERT_EQ(image.pixels.size(), 16000U) << width << " at " << x;
+            EXPECT_EQ(std::count(image.pixels.begin(), image.pixels.end(), image.pixels.front()), 16000);
+        }
+    }
+}
+
+replay::Sheet MakeSheet(std::size_t panels) {
+    replay::Sheet sheet;
+    sheet.title = "Turning <a> \"part\" & more";
+    sheet.subtitle = "two moments";
+    sheet.model = MakeModel({MakePatch({0, 0, 0}, 3, Red)});
+    for (std::size_t i = 0; i < panels; ++i) {
+        replay::Panel panel;
+        panel.view = MakeView(At(0, 0, 10));
+        panel.heading = "Spin";
+        panel.time = "0.4 s";
+        panel.caption = "turned 74 degrees to the right";
+        panel.view.statusText = "Touch: navigate";
+        sheet.panels.push_back(panel);
+    }
+    return sheet;
+}
+
+using Storyboard = DrawingFiles;
+
+TEST_F(Storyboard, SvgKeepsItsTextAndEmbedsThePictures) {
+    const std::string path = PathOf("story.svg");
+    replay::WriteStoryboard(MakeSheet(2), path);
+    const std::string svg = Read(path);
+    EXPECT_NE(svg.find("Turning &lt;a&gt; &quot;part&quot; &amp; more"), std::string::npos);
+    for (const char* text : {">two moments<", ">Spin<", ">0.4 s<", ">turned 74 degrees to the right<",
+                             ">Touch: navigate<", "data:image/png;base64,"}) {
+        EXPECT_NE(svg.find(text), std::string::npos) << text;
+    }
+    EXPECT_EQ(svg.substr(svg.size() - 7), "</svg>\n");
+    EXPECT_EQ(ListFiles(), std::vector<std::string>{"story.svg"});
+}
+
+TEST_F(Storyboard, PngShowsThePicturesWithWhatStandsOverThem) {
+    // Three panels of 502 pixels; 160 x 100 views fill pictures of 502 x 314 whose upper edge is at 104.
+    replay::Sheet sheet = MakeSheet(3);
+    sheet.panels[1].trails = {{1, {{140, 80}}, true}};
+    sheet.panels[2].view.rubberBand = viewer::RubberBand{10, 10, 60, 90};
+    const std::string path = PathOf("story.png");
+    replay::WriteStoryboard(sheet, path);
+    const replay::Image image = ReadPng(path);
+    ASSERT_EQ(image.width, 1600);
+    const auto pixelOf = [&](int panel, double x, double y) {
+        return image.At(28 + panel * 520 + static_cast<int>(x / 160 * 502),
+                        104 + static_cast<int>((100 - y) / 100 * 314));
+    };
+    for (const int panel : {0, 1, 2}) {
+        EXPECT_EQ(NameOf(pixelOf(panel, 90, 50)), "red") << panel;
+    }
+    EXPECT_NE(pixelOf(1, 142, 82), pixelOf(0, 142, 82)) << "the finger";
+    EXPECT_NE(pixelOf(2, 20, 80), pixelOf(0, 20, 80)) << "the rubber band";
+    EXPECT_EQ(pixelOf(2, 140, 20), pixelOf(0, 140, 20)) << "nothing else";
+}
+
+TEST_F(Storyboard, DrawsAnythingAViewCanBe) {
+    replay::Sheet sheet = MakeSheet(1);
+    replay::Panel panel = sheet.panels.front();
+    panel.caption = "bad \xFF\xC3( bytes, \x01 controls, \xE2\x82\xAC and " + std::string(5000, 'w');
+    panel.trails = {{-3, {{NaN, 0}, {-2147483648.0, 2147483647.0}, {1e308, -1e308}, {5, 5}}, true},
+                    {2147483647, {}, false},
+                    {12, {{5, 5}, {50, 50}, {50, 50}}, false}};
+    panel.view.rubberBand = viewer::RubberBand{-2147483647 - 1, -2147483647 - 1, 2147483647, 2147483647};
+    panel.view.contextMenu = "";
+    panel.view.contextMenuAt = {159, 0};
+    sheet.panels.push_back(panel);
+    for (const char* kind : {"", "drawingview", "imageview", "illustration2dview", "other", "unheard of"}) {
+        panel.view.kind = kind;
+        sheet.panels.push_back(panel);
+    }
+    panel.view.width = 0;
+    sheet.panels.push_back(panel);
+    panel.view.width = 4000000000U;
+    panel.view.height = 1;
+    sheet.panels.push_back(panel);
+    sheet.model = nullptr;
+    const std::string path = PathOf("story.svg");
+    replay::WriteStoryboard(sheet, path);
+    EXPECT_NE(Read(path).find("bad \?\?( bytes, ? controls, \xE2\x82\xAC and"), std::string::npos);
+    replay::WriteStoryboard(replay::Sheet{}, PathOf("empty.png"));
+    EXPECT_EQ(ReadPng(PathOf("empty.png")).width, 1600);
+}
+
+TEST_F(Storyboard, AFaultNamesTheFileAndLeavesNothingBehind) {
+    std::filesystem::create_directory(PathOf("folder.svg"));
+    struct Row {
+        const char* name;
+        std::string path;
+        std::size_t panels;
+        const char* fault;
+    };
+    const Row rows[] = {
+        {"another ending", PathOf("story.pdf"), 1, "a .svg or a .png file"},
+        {"no ending", PathOf("story"), 1, "a .svg or a .png file"},
+        {"no such folder", PathOf("missing/story.svg"), 1, "No such file"},
+        {"a folder", PathOf("folder.svg"), 1, "Is a directory"},
+        {"taller than a picture file can be", PathOf("tall.png"), 400, "cannot be drawn"},
+    };
+    for (const Row& row : rows) {
+        try {
+            replay::WriteStoryboard(MakeSheet(row.panels), row.path);
+            ADD_FAILURE() << row.name;
+        } catch (const std::runtime_error& fault) {
+            EXPECT_EQ(std::string(fault.what()).rfind(row.path + ": ", 0), 0U) << fault.what();
+            EXPECT_NE(std::string(fault.what()).find(row.fault), std::string::npos) << fault.what();
+        }
+        EXPECT_EQ(ListFiles(), std::vector<std::string>{"folder.svg"}) << row.name;
+    }
+}
+
+TEST_F(Storyboard, AFaultLeavesTheFileThatWasThere) {
+    const std::string path = PathOf("tall.png");
+    std::ofstream(path) << "old";
+    EXPECT_THROW(replay::WriteStoryboard(MakeSheet(400), path), std::runtime_error);
+    EXPECT_EQ(Read(path), "old");
+    EXPECT_EQ(ListFiles(), std::vector<std::string>{"tall.png"});
+}
+
+}  // namespace

@@ -1,0 +1,212 @@
+#include "tests/tools/ViewerFixtures.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <numbers>
+
+namespace viewer {
+namespace {
+
+constexpr double Pi = std::numbers::pi;
+constexpr double Tolerance = 1e-6;  // axes are single precision
+
+dg::Location LookDownZ() {
+    dg::Location location;
+    location.SetPos({0, 0, 20});
+    return location;
+}
+
+dg::Location Turned(const dg::Location& location, const dg::DPoint3D& center, const dg::DVec3& axis, double angle) {
+    const dg::DVec3 offset(center.x, center.y, center.z);
+    const dg::DMat44 turn(dg::DMat44(dg::DMat44::Translation(-offset), dg::DMat44::Rotation(axis, angle)),
+                          dg::DMat44::Translation(offset));
+    dg::Location turned = location * turn;
+    turned.Sanitize();
+    return turned;
+}
+
+double Difference(const dg::Location& a, const dg::Location& b) {
+    double largest = (a.GetPos() - b.GetPos()).Norm() / 20;  // of the distance to the centre
+    for (int i = 0; i < 3; ++i) {
+        largest = std::max(largest, (dg::DVec3(a.GetMat().Row(i)) - dg::DVec3(b.GetMat().Row(i))).Norm());
+    }
+    return largest;
+}
+
+class Coasting : public testing::Test {
+protected:
+    Coasting() { view->PlaceCamera(LookDownZ()); }
+
+    SpinMotion MakeMotion(double angle, std::int64_t delay, std::int64_t duration) {
+        return {view, LookDownZ(), Turned(LookDownZ(), {1, 2, 3}, {1, 1, 0}, angle), {1, 2, 3}, delay, duration};
+    }
+    const dg::Location& GetLocation() const { return view->GetCurrentCamera().GetLocation(); }
+
+    Services services;
+    TransitionPlayer& player = services.transitions;
+    du::SmartPtr<ViewerShapeView> view = services.OpenShapeView({});
+};
+
+TEST_F(Coasting, TurnsLinearlyInTimeFromTheFirstTickOn) {
+    struct Row {
+        const char* name;
+        std::int64_t delay;
+        std::int64_t duration;
+        std::int64_t elapsed;  // after the first tick
+        double share;
+        bool playing;
+    };
+    const Row rows[] = {
+        {"the first tick starts the clock", 0, 100, 0, 0, true},
+        {"a quarter", 0, 100, 25, 0.25, true},
+        {"just before the end", 0, 100, 99, 0.99, true},
+        {"at the end", 0, 100, 100, 1, false},
+        {"long past the end", 0, 100, 90000, 1, false},
+        {"a tick before the first", 0, 100, -10, 0, true},
+        {"in the delay", 40, 100, 39, 0, true},
+        {"half-way behind the delay", 40, 100, 90, 0.5, true},
+        {"no duration", 0, 0, 0, 1, false},
+        {"a negative duration", 0, -5, 0, 1, false},
+        {"a delay that has long passed", -1000, 100, 0, 1, false},
+    };
+    const SpinMotion whole = MakeMotion(0.8, 0, 0);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        view->PlaceCamera(LookDownZ());
+        player.Play(MakeMotion(0.8, row.delay, row.duration));
+        player.Advance(5000);
+        player.Advance(5000 + row.elapsed);
+        EXPECT_EQ(player.IsPlaying(), row.playing);
+        if (row.share == 1) {
+            EXPECT_EQ(GetLocation(), whole.end) << "the end is set as it was given";
+        } else {
+            EXPECT_LT(Difference(GetLocation(), Turned(whole.start, whole.center, {1, 1, 0}, 0.8 * row.share)),
+                      Tolerance);
+        }
+    }
+    EXPECT_TRUE(services.recorder.GetCalls().empty()) << "the host moves the camera itself";
+}
+
+TEST_F(Coasting, FollowsTheShortestRotationAboutAnyAxis) {
+    struct Row {
+        const char* name;
+        dg::DVec3 axis;
+        double angle;
+        double tolerance;
+    };
+    // Close to a half turn the single-precision axes leave less of the angle.
+    const Row rows[] = {
+        {"about X", {1, 0, 0}, 1.0, Tolerance},
+        {"about Y, backward", {0, 1, 0}, -2.5, Tolerance},
+        {"about Z, tiny", {0, 0, 1}, 1e-3, Tolerance},
+        {"about a slanted axis", {1, -2, 3}, 3.0, Tolerance},
+        {"nearly a half turn", {2, 1, -1}, Pi - 1e-3, 1e-5},
+        {"none", {0, 0, 0}, 0, Tolerance},
+    };
+    for (const Row& row : rows) {
+        for (const double share : {0.1, 0.5, 0.9}) {
+            SCOPED_TRACE(std::string(row.name) + " at " + std::to_string(share));
+            SpinMotion motion = MakeMotion(0, 0, 100);
+            motion.start = Turned(LookDownZ(), {}, {3, 1, 2}, 0.7);
+            motion.end = Turned(motion.start, motion.center, row.axis, row.angle);
+            const dg::Location on = TurnAboutCenter(motion, share);
+            EXPECT_LT(Difference(on, Turned(motion.start, motion.center, row.axis, row.angle * share)), row.tolerance);
+        }
+    }
+}
+
+TEST_F(Coasting, AHalfTurnGoesEitherWayRound) {
+    const SpinMotion motion = MakeMotion(Pi, 0, 100);
+    for (const double share : {0.25, 0.5, 0.75}) {
+        const dg::Location on = TurnAboutCenter(motion, share);
+        const double forward = Difference(on, Turned(motion.start, motion.center, {1, 1, 0}, Pi * share));
+        const double backward = Difference(on, Turned(motion.start, motion.center, {1, 1, 0}, -Pi * share));
+        EXPECT_LT(std::min(forward, backward), Tolerance) << share;
+    }
+}
+
+TEST_F(Coasting, WhoeverSetsTheCameraEndsTheMotion) {
+    dg::Location elsewhere;
+    elsewhere.SetPos({5, 5, 5});
+    ViewChange cameraChange;
+    cameraChange.camera = CameraSpec{};
+    cameraChange.camera->location = elsewhere;
+    ViewChange otherChange;
+    otherChange.navSpeed = 3;
+    const du::SmartPtr<ViewerShapeView> other = services.OpenShapeView({});
+
+    struct Row {
+        const char* name;
+        std::function<void()> action;
+        bool playing;
+    };
+    const Row rows[] = {
+        {"stopped", [&] { services.dispatch.StopTransition(); }, false},
+        {"the host sets the camera", [&] { view->Change(cameraChange); }, false},
+        {"the component sets the camera", [&] { view->SetCameraLocation(elsewhere); }, false},
+        {"another view's camera is set", [&] { other->SetCameraLocation(elsewhere); }, true},
+        {"something else of the view changes", [&] { view->Change(otherChange); }, true},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        view->PlaceCamera(LookDownZ());
+        player.Play(MakeMotion(1, 0, 100));
+        player.Advance(0);
+        player.Advance(50);
+        row.action();
+        EXPECT_EQ(player.IsPlaying(), row.playing);
+        const dg::Location before = GetLocation();
+        player.Advance(60);
+        EXPECT_EQ(GetLocation() == before, !row.playing) << "nothing may move the camera afterwards";
+    }
+}
+
+TEST_F(Coasting, ANewMotionReplacesTheOneThatPlaysAndHasItsOwnClock) {
+    player.Play(MakeMotion(1, 0, 100));
+    player.Advance(1000);
+    player.Advance(1090);
+    const SpinMotion second = MakeMotion(-1, 0, 100);
+    player.Play(second);
+    player.Advance(1200);
+    EXPECT_EQ(GetLocation(), second.start);
+    player.Advance(1300);
+    EXPECT_EQ(GetLocation(), second.end);
+}
+
+TEST_F(Coasting, MovesNothingWhenPlayingIsSwitchedOffOrThereIsNoView) {
+    Services still(BoundsAnswer::NextTick, false);
+    still.transitions.Play(MakeMotion(1, 0, 100));
+    EXPECT_FALSE(still.transitions.IsPlaying());
+    SpinMotion nowhere = MakeMotion(1, 0, 100);
+    nowhere.view = nullptr;
+    player.Play(nowhere);
+    EXPECT_FALSE(player.IsPlaying());
+}
+
+TEST_F(Coasting, TakesExtremeTimesAndBrokenLocations) {
+    constexpr std::int64_t Max = std::numeric_limits<std::int64_t>::max();
+    constexpr std::int64_t Min = std::numeric_limits<std::int64_t>::min();
+    for (const std::int64_t delay : {Min, std::int64_t{0}, Max}) {
+        for (const std::int64_t duration : {Min, std::int64_t{1}, Max}) {
+            player.Play(MakeMotion(1, delay, duration));
+            for (const std::int64_t now : {Max, Min, std::int64_t{0}, Max}) {
+                player.Advance(now);
+                EXPECT_TRUE(std::isfinite(GetLocation().GetPos().x));
+            }
+        }
+    }
+    SpinMotion broken = MakeMotion(1, 0, 100);
+    constexpr float NaN = std::numeric_limits<float>::quiet_NaN();
+    broken.end.SetMat({{NaN, 0, 0}, {0, 1, 0}, {0, 0, 1}});
+    player.Play(broken);
+    player.Advance(0);
+    player.Advance(100);
+    EXPECT_FALSE(player.IsPlaying());
+    EXPECT_EQ(GetLocation().GetPos(), broken.end.GetPos());
+}
+
+}  // namespace
+}  // namespace viewer

@@ -1,0 +1,106 @@
+// Stand-ins that the tests of the viewer's services share.
+#pragma once
+
+#include "host/workflow/ConstStrings.h"
+#include "host/workflow/SimpleWorkflow.h"
+#include "viewer/BoundsService.h"
+#include "viewer/CallRecorder.h"
+#include "viewer/MessageDispatch.h"
+#include "viewer/Model.h"
+#include "viewer/TransitionPlayer.h"
+#include "viewer/ViewerViews.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace viewer {
+
+// A workflow in the component's place. It writes its name into a list whenever it hears a message, does what the test
+// says, and answers what the test says.
+class StandInWorkflow final : public workflow::SimpleWorkflow {
+public:
+    StandInWorkflow(const char* name, unsigned int priority, std::vector<std::string>& heard)
+        : SimpleWorkflow(du::Symbol(name)), m_heard(heard) {
+        SetPriority(priority);
+        for (const du::Symbol* type : {&workflow::ConstStrings::MsgMouseMove, &workflow::ConstStrings::MsgClickLeft,
+                                       &workflow::ConstStrings::MsgSetMode}) {
+            AddMsgTypeHandled(*type, true);
+        }
+    }
+    ~StandInWorkflow() override { m_heard.push_back(GetName().GetString() + " gone"); }
+
+    bool OnMsgMouseMove(int /*x*/, int /*y*/) override { return Hear(); }
+    bool OnMsgClickLeft(int /*x*/, int /*y*/) override {
+        Hear();
+        return consumesClicks;
+    }
+    bool OnMsgMode(const du::Symbol& /*workflow*/, const du::Symbol& /*mode*/,
+                   const du::SmartPtr<du::RefCounted>& /*data*/, int /*value*/) override {
+        return Hear();
+    }
+
+    bool consumes = false;
+    bool consumesClicks = false;
+    std::function<void()> action;
+
+private:
+    bool Hear() {
+        m_heard.push_back(GetName().GetString());
+        if (action) {
+            action();
+        }
+        return consumes;
+    }
+
+    std::vector<std::string>& m_heard;
+};
+
+// The services of a viewer without the viewer.
+struct Services {
+    explicit Services(BoundsAnswer answer = BoundsAnswer::NextTick, bool play = true)
+        : bounds(recorder, answer), transitions(recorder, play), dispatch(recorder, bounds, transitions) {}
+
+    du::SmartPtr<ViewerShapeView> OpenShapeView(const ViewSpec& spec) {
+        return du::SmartPtr<ViewerShapeView>(new ViewerShapeView(spec, {recorder, bounds, transitions}));
+    }
+
+    // The names of the recorded calls; "SendMessage" and the like.
+    std::vector<std::string> GetCallNames() const {
+        struct Namer {
+            std::string operator()(const PlainCall& c) const { return c.operation; }
+            std::string operator()(const SetCameraLocationCall&) const { return "SetCameraLocation"; }
+            std::string operator()(const SetWidthCall& c) const { return c.operation; }
+            std::string operator()(const SetPositionCall&) const { return "SetPosition"; }
+            std::string operator()(const SendMessageCall& c) const { return "SendMessage " + c.type; }
+            std::string operator()(const SendModeMessageCall& c) const { return "SendModeMessage " + c.mode; }
+            std::string operator()(const SetStatusMessageCall&) const { return "SetStatusMessage"; }
+            std::string operator()(const AddMarkupCall&) const { return "AddMarkup"; }
+            std::string operator()(const AddTransitionCall&) const { return "AddTransition"; }
+            std::string operator()(const ManageObjectCall&) const { return "ManageObject"; }
+            std::string operator()(const GetBoundingBoxCall&) const { return "GetBoundingBox"; }
+            std::string operator()(const TraceCall&) const { return "Trace"; }
+        };
+        std::vector<std::string> names;
+        for (const Call& call : recorder.GetCalls()) {
+            names.push_back(std::visit(Namer{}, call));
+        }
+        return names;
+    }
+
+    CallRecorder recorder;
+    BoundsService bounds;
+    TransitionPlayer transitions;
+    MessageDispatch dispatch;
+};
+
+// An axis-parallel square of side 2 that faces the Z axis.
+inline Part MakeSquare(const char* name, double x, double y, double z) {
+    Part part;
+    part.name = name;
+    part.vertices = {{x - 1, y - 1, z}, {x + 1, y - 1, z}, {x + 1, y + 1, z}, {x - 1, y + 1, z}};
+    part.triangles = {{0, 1, 2}, {0, 2, 3}};
+    return part;
+}
+
+}  // namespace viewer

@@ -1,0 +1,129 @@
+#include "tests/tools/ViewerFixtures.h"
+
+#include <gmock/gmock.h>
+
+#include <array>
+
+namespace viewer {
+namespace {
+
+using testing::ElementsAre;
+
+std::array<double, 4> GetWindow(const dg::Camera3D& camera) {
+    std::array<double, 4> window{};
+    double distance = 0;
+    bool orthographic = false;
+    camera.GetProjection(window[0], window[1], window[2], window[3], distance, orthographic);
+    return window;
+}
+
+TEST(ShapeView, TakesAWidthAboutTheMiddleOfItsWindow) {
+    struct Row {
+        const char* name;
+        std::array<double, 4> window;
+        bool orthographic;
+        std::array<double, 4> after;  // a width of 4 was set
+    };
+    const Row rows[] = {
+        {"about the origin", {-8, 8, -5, 5}, true, {-2, 2, -1.25, 1.25}},
+        {"about another place", {0, 2, 10, 14}, true, {-1, 3, 8, 16}},
+        {"a perspective camera", {-8, 8, -5, 5}, false, {-8, 8, -5, 5}},
+        {"a window without width", {1, 1, -5, 5}, true, {1, 1, -5, 5}},
+    };
+    for (const Row& row : rows) {
+        Services services;
+        ViewSpec spec;
+        spec.camera = {row.orthographic, row.window[0], row.window[1], row.window[2], row.window[3], 1, {}};
+        const auto view = services.OpenShapeView(spec);
+        du::SmartPtr<du::RefCounted> change(new hxk::Scene);
+        view->SetOrthographicWidth(4, change);
+        EXPECT_EQ(GetWindow(view->GetCurrentCamera()), row.after) << row.name;
+        EXPECT_EQ(change, nullptr);
+        EXPECT_THAT(services.GetCallNames(), ElementsAre("SetOrthographicWidth"));
+    }
+}
+
+TEST(ShapeView, AChangeLeavesWhatItDoesNotName) {
+    Services services;
+    ViewSpec spec;
+    spec.spinCenter = {1, 2, 3};
+    spec.navSpeed = 2;
+    const auto view = services.OpenShapeView(spec);
+    ViewChange change;
+    change.navMethod = "explore";
+    change.camera = CameraSpec{false, -1, 1, -1, 1, 1, {}};
+    view->Change(change);
+    dg::DPoint3D center;
+    view->GetSpinCenter(center);
+    EXPECT_EQ(center, spec.spinCenter);
+    EXPECT_EQ(view->GetNavSpeed(), 2);
+    EXPECT_TRUE(view->GetNavMethod() == "explore");
+    EXPECT_EQ(view->GetCurrentCamera().GetViewportWidth(), spec.width) << "a camera is set without the view's size";
+    change = {};
+    change.spinCenter = dg::DPoint3D(4, 5, 6);
+    view->Change(change);
+    EXPECT_EQ(GetWindow(view->GetCurrentCamera()), (std::array<double, 4>{-1, 1, -1, 1}));
+    EXPECT_TRUE(services.recorder.GetCalls().empty()) << "the host's own changes are no calls";
+}
+
+TEST(ShapeView, HoldsAMarkupOnceUntilItIsRemoved) {
+    struct TestMarkup final : hxk::Markup {
+        void OnRemovedFromHolder() override { ++removals; }
+        int removals = 0;
+    };
+    Services services;
+    const auto view = services.OpenShapeView({});
+    auto* raw = new TestMarkup;
+    const du::SmartPtr<hxk::Markup> markup(raw);
+    view->AddMarkup(markup);
+    view->AddMarkup(markup);
+    view->AddMarkup(nullptr);
+    EXPECT_EQ(raw->GetReferenceCount(), 2);
+    view->RemoveMarkup(markup);
+    view->RemoveMarkup(markup);
+    EXPECT_EQ(raw->GetReferenceCount(), 1);
+    EXPECT_EQ(raw->removals, 1);
+    EXPECT_THAT(services.GetCallNames(),
+                ElementsAre("AddMarkup", "AddMarkup", "AddMarkup", "RemoveMarkup", "RemoveMarkup"));
+}
+
+TEST(PageView, RecordsAndTakesItsPositionAndWidth) {
+    Services services;
+    ViewSpec spec;
+    spec.kind = "ecadpcbview";
+    const auto view = OpenView(spec, {services.recorder, services.bounds, services.transitions});
+    auto* page = dynamic_cast<hxk::View2D*>(view.Get());
+    ASSERT_NE(page, nullptr);
+    page->SetPosition({1, 2, 3});
+    page->SetOrthoWidth(7);
+    dg::Location placement;
+    double width = 0;
+    page->GetViewLocation(placement);
+    page->GetOrthoWidth(width);
+    EXPECT_EQ(placement.GetPos(), dg::DPoint3D(1, 2, 3));
+    EXPECT_EQ(width, 7);
+    EXPECT_THAT(services.GetCallNames(), ElementsAre("SetPosition", "SetOrthoWidth"));
+}
+
+TEST(ViewPreferences, HaveTheirOwnPreferencesOrNone) {
+    Services services;
+    ViewSpec spec;
+    const du::Symbol key("key");
+    du::SmartPtr<hxk::Preferences> preferences(new ViewerPreferences({}));
+    EXPECT_FALSE(services.OpenShapeView(spec)->GetDefaultPreferences(preferences));
+    EXPECT_EQ(preferences, nullptr);
+
+    spec.preferences = PreferenceValues{{"key", false}};
+    EXPECT_TRUE(services.OpenShapeView(spec)->GetDefaultPreferences(preferences));
+    bool value = true;
+    bool isOwn = false;
+    EXPECT_TRUE(preferences->GetBool(key, value, &isOwn));
+    EXPECT_FALSE(value);
+    EXPECT_TRUE(isOwn);
+    value = true;
+    EXPECT_FALSE(preferences->GetBool(du::Symbol("Key"), value));
+    EXPECT_TRUE(value) << "a missing key leaves the value";
+}
+
+}  // namespace
+}  // namespace viewer

@@ -1,0 +1,181 @@
+// The release protocol of shared objects, seen from the object: what it is asked, when, and with how many references.
+#include "host/du/SmartPtr.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+using Log = std::vector<std::string>;
+
+// Writes down the questions it is asked and its end, with the number of references at that moment.
+class Watched : public du::RefCounted {
+public:
+    Watched(std::string name, Log& log) : m_name(std::move(name)), m_log(log) {}
+    ~Watched() override {
+        Write("destroyed");
+        if (onDestroyed) {
+            onDestroyed();
+        }
+    }
+
+    bool ZeroReferenceCountHook() const override {
+        Write("asked");
+        return onAsked ? onAsked() : RefCounted::ZeroReferenceCountHook();
+    }
+
+    std::function<bool()> onAsked;
+    std::function<void()> onDestroyed;
+    du::SmartPtr<Watched> next;
+
+private:
+    void Write(const char* what) const {
+        m_log.push_back(m_name + " " + what + " at " + std::to_string(GetReferenceCount()));
+    }
+
+    std::string m_name;
+    Log& m_log;
+};
+
+class WatchedMore : public Watched {
+public:
+    using Watched::Watched;
+};
+
+static_assert(sizeof(du::SmartPtr<Watched>) == sizeof(void*));
+static_assert(std::is_convertible_v<du::SmartPtr<WatchedMore>, du::SmartPtr<Watched>>);
+static_assert(!std::is_constructible_v<du::SmartPtr<WatchedMore>, du::SmartPtr<Watched>>, "down-casts are explicit");
+static_assert(!std::is_convertible_v<Watched*, du::SmartPtr<Watched>>, "taking over is visible");
+static_assert(std::is_convertible_v<du::SmartPtr<Watched>, du::ConstSmartPtr<Watched>>);
+
+class SmartPtrs : public testing::Test {
+protected:
+    Log log;
+};
+
+TEST_F(SmartPtrs, EveryHolderCountsOnce) {
+    du::SmartPtr<WatchedMore> first(new WatchedMore("a", log));
+    EXPECT_EQ(first->GetReferenceCount(), 1);
+    {
+        const std::vector<du::SmartPtr<WatchedMore>> copies(1, first);
+        const du::SmartPtr<Watched> base = first;
+        const du::ConstSmartPtr<Watched> constant = base;
+        EXPECT_EQ(first->GetReferenceCount(), 4);
+        EXPECT_EQ(base, constant.Get());
+    }
+    EXPECT_EQ(first->GetReferenceCount(), 1);
+    EXPECT_THAT(log, IsEmpty()) << "only the last release asks";
+}
+
+TEST_F(SmartPtrs, TheLastReleaseAsksWithOneReferenceAndDestroysWithNone) {
+    du::SmartPtr<Watched> pointer(new Watched("a", log));
+    pointer = nullptr;
+    EXPECT_EQ(pointer, nullptr);
+    EXPECT_THAT(log, ElementsAre("a asked at 1", "a destroyed at 0"));
+}
+
+TEST_F(SmartPtrs, AnObjectThatRefusesLivesOnWithTheReferenceOfTheQuestion) {
+    auto* object = new Watched("a", log);
+    object->onAsked = [] { return false; };
+    du::SmartPtr<Watched> pointer(object);
+    pointer.Reset();
+    EXPECT_EQ(pointer, nullptr);
+    EXPECT_EQ(object->GetReferenceCount(), 1);
+
+    pointer = object;
+    pointer.Reset();
+    EXPECT_THAT(log, ElementsAre("a asked at 1")) << "the kept reference is still there: nothing to ask";
+
+    object->onAsked = nullptr;
+    du::ReleaseReference(object, nullptr);
+    EXPECT_THAT(log, ElementsAre("a asked at 1", "a asked at 1", "a destroyed at 0"));
+}
+
+TEST_F(SmartPtrs, AnObjectThatIsTakenDuringTheQuestionLivesOn) {
+    du::SmartPtr<Watched> saved;
+    auto* object = new Watched("a", log);
+    object->onAsked = [&] {
+        saved = object;
+        return true;
+    };
+    du::SmartPtr<Watched>(object).Reset();
+    EXPECT_EQ(saved->GetReferenceCount(), 1);
+    EXPECT_THAT(log, ElementsAre("a asked at 1"));
+    object->onAsked = nullptr;
+}
+
+TEST_F(SmartPtrs, AssignmentTakesTheNewObjectBeforeItReleasesTheOld) {
+    auto* fresh = new Watched("new", log);
+    du::SmartPtr<Watched> pointer(new Watched("old", log));
+    int referencesToNew = 0;
+    const Watched* seen = nullptr;
+    pointer->onDestroyed = [&] {
+        referencesToNew = fresh->GetReferenceCount();
+        seen = pointer.Get();
+    };
+    pointer = fresh;
+    EXPECT_EQ(referencesToNew, 1);
+    EXPECT_EQ(seen, fresh);
+    EXPECT_THAT(log, ElementsAre("old asked at 1", "old destroyed at 0"));
+}
+
+TEST_F(SmartPtrs, AssigningWhatIsHeldChangesNothing) {
+    du::SmartPtr<Watched> pointer(new Watched("a", log));
+    const du::SmartPtr<Watched>& same = pointer;
+    pointer = same;
+    pointer = pointer.Get();
+    EXPECT_EQ(pointer->GetReferenceCount(), 1);
+    EXPECT_THAT(log, IsEmpty());
+}
+
+TEST_F(SmartPtrs, AListCanBeWalkedWithThePointerThatOwnsIt) {
+    du::SmartPtr<Watched> head(new Watched("1", log));
+    head->next = new Watched("2", log);
+    head->next->next = new Watched("3", log);
+    head = head->next;
+    EXPECT_THAT(log, ElementsAre("1 asked at 1", "1 destroyed at 0"));
+    EXPECT_EQ(head->GetReferenceCount(), 1);
+    head.Reset();
+    EXPECT_THAT(log, ElementsAre("1 asked at 1", "1 destroyed at 0", "2 asked at 1", "2 destroyed at 0", "3 asked at 1",
+                                 "3 destroyed at 0"));
+}
+
+TEST_F(SmartPtrs, ADestructorThatResetsThePointerFindsItNull) {
+    du::SmartPtr<Watched> pointer(new Watched("a", log));
+    pointer->onDestroyed = [&] {
+        EXPECT_EQ(pointer, nullptr);
+        pointer.Reset();
+    };
+    pointer.Reset();
+    EXPECT_THAT(log, ElementsAre("a asked at 1", "a destroyed at 0"));
+}
+
+TEST_F(SmartPtrs, ACopiedObjectStartsWithoutReferences) {
+    struct Value : du::RefCounted {};
+    const du::SmartPtr<Value> original(new Value);
+    Value copy = *original;
+    EXPECT_EQ(copy.GetReferenceCount(), 0);
+    copy = *original;
+    EXPECT_EQ(copy.GetReferenceCount(), 0);
+    EXPECT_EQ(original->GetReferenceCount(), 1);
+}
+
+TEST_F(SmartPtrs, NullIsNothingToRelease) {
+    du::SmartPtr<Watched> pointer;
+    pointer.Reset();
+    pointer = static_cast<Watched*>(nullptr);
+    du::ReleaseReference(nullptr, &pointer);
+    EXPECT_FALSE(pointer);
+    EXPECT_EQ(pointer, nullptr);
+    EXPECT_EQ(du::SmartPtr<Watched>(pointer), pointer);
+}
+
+}  // namespace

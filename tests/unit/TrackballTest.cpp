@@ -1,0 +1,197 @@
+// The trackball: projections and steps. Positions are pixels in a ball of radius 100 about (400, 300).
+#include "touch/Trackball.h"
+#include "tests/unit/Values.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace {
+
+using dg::DPoint3D;
+using dg::DVec3;
+using dg::Quaternion;
+using testing::IsTrue;
+using touch::Trackball;
+using values::Four;
+using values::Near;
+using values::Of;
+using values::Three;
+
+constexpr double Tolerance = 1e-15;
+constexpr DPoint3D Center{400, 300, 0};
+constexpr double Radius = 100;
+
+Trackball MakeBall(std::int32_t mode = Trackball::Plain, double gain = 1) {
+    Trackball ball;
+    ball.SetMode(mode);
+    ball.SetGain(gain);
+    ball.SetRadius(Radius);
+    return ball;
+}
+
+// One step from one place to another, given in radii from the centre.
+Quaternion<float> Step(Trackball ball, double x0, double y0, double x1, double y1) {
+    ball.BeginDrag({Center.x + Radius * x0, Center.y + Radius * y0, 0}, Center, DVec3::ZERO, false);
+    return ball.Drag({Center.x + Radius * x1, Center.y + Radius * y1, 0});
+}
+
+double AngleOf(const Quaternion<float>& q) {
+    return 2 * std::atan2(DVec3(q.x, q.y, q.z).Norm(), q.w);
+}
+
+TEST(Trackballs, ANewOneIsPlainAndUnconstrained) {
+    EXPECT_EQ(Trackball(), (Trackball{1, 1.0, 1.0, false, {0, 0, 1}, {0, 0, 0}, {0, 0, 0}}));
+}
+
+TEST(Trackballs, PointsAreProjectedOntoTheBallAndItsRim) {
+    const struct {
+        const char* name;
+        DPoint3D point;
+        Three expected;
+    } rows[] = {
+        {"centre", {400, 300, 0}, {0, 0, 1}},
+        {"half way right", {450, 300, 0}, {0.5, 0, std::sqrt(0.75)}},
+        {"half way down and left", {350, 250, 0}, {-0.5, -0.5, std::sqrt(0.5)}},
+        {"on the rim", {500, 300, 0}, {1, 0, 0}},
+        {"just outside", {501, 300, 0}, {1, 0, 0}},
+        {"outside, right", {600, 300, 0}, {1, 0, 0}},
+        {"outside, on a slope", {400 + 300, 300 - 400, 0}, {0.6, -0.8, 0}},
+        {"the height is not looked at", {450, 300, 77}, {0.5, 0, std::sqrt(0.75)}},
+    };
+    for (const auto& row : rows) {
+        Trackball ball = MakeBall();
+        EXPECT_THAT(Of(ball.BeginDrag(row.point, Center, DVec3::ZERO, false)), Near(row.expected, Tolerance))
+            << row.name;
+        EXPECT_THAT(Of(ball.lastVector), Near(row.expected, Tolerance)) << row.name;
+    }
+}
+
+TEST(Trackballs, ProjectingChangesNothing) {
+    Trackball ball = MakeBall();
+    ball.BeginDrag({410, 300, 0}, Center, DVec3::ZERO, false);
+    const Trackball before = ball;
+    static_cast<void>(ball.ProjectToSphere({450, 300, 0}));
+    EXPECT_EQ(ball, before);
+}
+
+TEST(Trackballs, AConstrainedProjectionStaysPerpendicularToTheAxis) {
+    const struct {
+        const char* name;
+        DVec3 axis;
+        DPoint3D point;
+        Three expected;
+    } rows[] = {
+        {"about Z, right", DVec3::Z, {430, 300, 0}, {1, 0, 0}},
+        {"about Z, on a slope", DVec3::Z, {400 + 3, 300 + 4, 0}, {0.6, 0.8, 0}},
+        {"about Z, centre: no direction left", DVec3::Z, {400, 300, 0}, {0, 0, 0}},
+        {"about X, above", DVec3::X, {480, 300 + 60, 0}, {0, 1, 0}},
+        {"about X, inside", DVec3::X, {400 + 60, 300, 0}, {0, 0, 1}},
+    };
+    for (const auto& row : rows) {
+        Trackball ball = MakeBall();
+        EXPECT_THAT(Of(ball.BeginDrag(row.point, Center, row.axis, true)), Near(row.expected, 1e-8)) << row.name;
+        EXPECT_EQ(ball.axis, row.axis) << row.name;
+    }
+    Trackball ball = MakeBall();
+    ball.BeginDrag({430, 300, 0}, Center, DVec3::Z, true);
+    EXPECT_EQ(ball.Drag(Center), Quaternion<float>{}) << "to a point without a projection";
+    EXPECT_EQ(ball.Drag({430, 300, 0}), Quaternion<float>{}) << "and from it";
+}
+
+TEST(Trackballs, AStepTurnsTheBallWithTheFinger) {
+    const struct {
+        const char* name;
+        double x0, y0, x1, y1;
+        DVec3 axis;
+        double angle;
+    } rows[] = {
+        {"to the right", 0, 0, 0.5, 0, {0, 1, 0}, std::asin(0.5)},
+        {"to the left", 0, 0, -0.5, 0, {0, -1, 0}, std::asin(0.5)},
+        {"upward", 0, 0, 0, 0.5, {-1, 0, 0}, std::asin(0.5)},
+        {"across the centre", -0.5, 0, 0.5, 0, {0, 1, 0}, 2 * std::asin(0.5)},
+        {"from rim to rim, against the clock", 3, 0, 0, 2, {0, 0, 1}, std::acos(0.0)},
+        {"outside along a ray", 2, 0, 5, 0, {0, 0, 0}, 0},
+        {"nowhere", 0.3, 0.2, 0.3, 0.2, {0, 0, 0}, 0},
+    };
+    for (const auto& row : rows) {
+        const Quaternion<float> q = Step(MakeBall(), row.x0, row.y0, row.x1, row.y1);
+        const DVec3 expected = row.axis * std::sin(row.angle / 2);
+        EXPECT_THAT(Of(q), Near(Four{expected.x, expected.y, expected.z, std::cos(row.angle / 2)}, 1e-7)) << row.name;
+    }
+}
+
+TEST(Trackballs, EveryStepStartsWhereTheLastOneEnded) {
+    Trackball ball = MakeBall();
+    ball.BeginDrag(Center, Center, DVec3::ZERO, false);
+    EXPECT_NEAR(AngleOf(ball.Drag({450, 300, 0})), std::asin(0.5), 1e-7);
+    EXPECT_NEAR(AngleOf(ball.Drag({480, 300, 0})), std::asin(0.8) - std::asin(0.5), 1e-7);
+    EXPECT_EQ(ball.Drag({480, 300, 0}), Quaternion<float>{});
+}
+
+TEST(Trackballs, TheCentreWeightedAngleFallsWithTheDistanceOfTheNewPoint) {
+    const struct {
+        const char* name;
+        double gain;
+        double x0, x1;
+        double factor;
+    } rows[] = {
+        {"at the centre", 2, -0.01, 0, 2},
+        {"near the centre", 2, 0, 0.01, 2 * std::cos(0.01)},
+        {"away from the centre", 2, 0, 0.6, 2 * std::cos(0.6)},
+        {"only the new point counts", 2, 0.9, 0.6, 2 * std::cos(0.6)},
+        {"just inside the rim", 2, 0.5, 0.999, 2 * std::cos(0.999)},
+        {"on the rim", 2, 0.5, 1, 1},
+        {"outside", 2, 0.5, 3, 1},
+        {"gain of a half", 0.5, 0, 0.6, 0.5 * std::cos(0.6)},
+        {"negative gain turns back", -1, 0, 0.6, -std::cos(0.6)},
+    };
+    for (const auto& row : rows) {
+        const Quaternion<float> plain = Step(MakeBall(), row.x0, 0, row.x1, 0);
+        const Quaternion<float> weighted = Step(MakeBall(Trackball::CenterWeighted, row.gain), row.x0, 0, row.x1, 0);
+        const double half = std::asin(plain.y) * row.factor;
+        EXPECT_THAT(Of(weighted), Near(Four{0, std::sin(half), 0, std::cos(half)}, 3e-7)) << row.name;
+        EXPECT_EQ(Step(MakeBall(Trackball::Plain, row.gain), row.x0, 0, row.x1, 0), plain) << row.name;
+    }
+}
+
+TEST(Trackballs, ACentreWeightedStepBelowSinglePrecisionIsTheIdentity) {
+    // A vector part of 5e-8, below 1.2e-7: plain steps keep it, weighted ones drop it.
+    EXPECT_GT(Step(MakeBall(), 0, 0, 1e-7, 0).y, 0);
+    EXPECT_EQ(Step(MakeBall(Trackball::CenterWeighted, 2), 0, 0, 1e-7, 0), Quaternion<float>{});
+    EXPECT_GT(Step(MakeBall(Trackball::CenterWeighted, 2), 0, 0, 3e-7, 0).y, 0);
+}
+
+TEST(Trackballs, ADragWithoutABeginningGivesTheIdentityAndStartsHere) {
+    Trackball ball = MakeBall();
+    ball.center = Center;
+    EXPECT_EQ(ball.Drag({450, 300, 0}), Quaternion<float>{});
+    EXPECT_THAT(Of(ball.lastVector), Near(Three{0.5, 0, std::sqrt(0.75)}, Tolerance));
+}
+
+TEST(Trackballs, APreviousVectorThatIsTooShortGivesTheIdentity) {
+    const struct {
+        const char* name;
+        double length;
+        bool turns;
+    } rows[] = {
+        {"at the limit", std::ldexp(1, -25), false},
+        {"above the limit", std::ldexp(1, -24), true},
+    };
+    for (const auto& row : rows) {
+        Trackball ball = MakeBall();
+        ball.center = Center;
+        ball.lastVector = {row.length, 0, 0};
+        EXPECT_EQ(ball.Drag(Center) != Quaternion<float>{}, row.turns) << row.name;
+    }
+}
+
+TEST(Trackballs, ARadiusOfZeroDoesNoHarm) {
+    Trackball ball = MakeBall();
+    ball.SetRadius(0);
+    ball.BeginDrag(Center, Center, DVec3::ZERO, false);
+    EXPECT_THAT(std::isnan(ball.lastVector.x), IsTrue());
+    EXPECT_EQ(ball.Drag({401, 300, 0}), Quaternion<float>{}) << "a vector that is no number has no length to compare";
+}
+
+}  // namespace
