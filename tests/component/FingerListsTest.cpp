@@ -80,6 +80,14 @@ TEST(FingerLists, TheResetClearsTheTouchAndNothingElse) {
     EXPECT_EQ(s.Component().GetOriginalViewWidth(), 20);
 }
 
+TEST(FingerLists, TheResetForgetsTheSizeOfAHand) {
+    FingerScript s = FingerScript::OnShapeView();
+    s.Down({{1, 300, 300}, {2, 340, 330}});
+    EXPECT_EQ(s.Inspect().GetRightHandSize(), 50);
+    s.Tick(501);
+    EXPECT_EQ(s.Inspect().GetRightHandSize(), 0);
+}
+
 TEST(FingerLists, OnlyTheLiftOfASingleFingerEndsAGesture) {
     FingerScript one = FingerScript::OnShapeView();
     one.Down(1, 400, 300).Tick(200).Move(1, 402, 300);

@@ -60,6 +60,11 @@ TEST(PressAndHold, NeedsOneStillFingerThatIsDownAndHasMovedNothing) {
     still.Frame({{1, 430, 270, still.TouchTime() + 1050, viewer::TouchMove}}, 1).Tick();
     still.ExpectMessages({"MsgMouseRightDown 430 270 unheard", "MsgMouseRightUp 430 270 unheard"});
 
+    FingerScript noPlace = FingerScript::OnShapeView();
+    noPlace.Down(1, 400, 300);
+    noPlace.Frame({{1, 0, 0, noPlace.TouchTime() + 1050, viewer::TouchMove}}, 1).Tick();
+    noPlace.ExpectMessages({"MsgMouseRightDown 0 0 unheard", "MsgMouseRightUp 0 0 unheard"});
+
     FingerScript lifted = FingerScript::OnShapeView();
     HoldFor(lifted, 1050, viewer::TouchUp).Tick().ExpectNoActions();
 

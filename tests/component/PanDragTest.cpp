@@ -104,6 +104,8 @@ TEST(Drag, TurnsTheFingerIntoLeftButtonMessagesThatReachTheOthers) {
     EXPECT_EQ(s.Tick().Move(1, 120, 240).Answer(), true);
     s.ExpectActions({"MsgMouseLeftDrag 120 240 passed"});
     s.Rest().ExpectActions({"MsgMouseLeftDrag 120 240 passed"});
+    EXPECT_EQ(s.Frame({{1, 130, 240, s.TouchTime(), 0}}, 1).Answer(), false);
+    s.ExpectNoActions();  // a record without an event
     EXPECT_EQ(s.Move(1, 150, 240).Tick(200).Mark().Up(1).Answer(), true);
     s.ExpectNoActions();
     EXPECT_EQ(s.State(), touch::GestureEnded);

@@ -1,5 +1,5 @@
 // The axis cross: what it is made of, and when it is shown.
-#include "host/hxmk/Markup.h"
+#include "touch/SpinCenterMarkup.h"
 
 #include "host/hxmu/MarkupData.h"
 #include "host/hxmu/Model.h"
@@ -62,6 +62,16 @@ TEST(SpinCenterMarkup, IsThreeColouredAxesWithBallsAtThePlaceOfTheCenter) {
         EXPECT_EQ(ball->GetFillAttrs()->GetColor(), colors[i]);
         ++i;
     }
+}
+
+TEST(SpinCenterMarkup, StandsAtTheCenterFromTheBeginning) {
+    FingerScript s = FingerScript::OnShapeView(ViewWithMarkup());
+    const hxk::Markup& markup = *s.Inspect().GetSpinCenterMarkup();
+    const auto& axes = dynamic_cast<const hxmu::ModelContainer&>(*markup.GetContent()->GetModelBase());
+    for (const du::SmartPtr<hxmu::ModelBase>& axis : axes.GetModels()) {
+        EXPECT_EQ(axis->GetLocation().GetPos(), dg::DPoint3D(1, 2, 3));
+    }
+    EXPECT_TRUE(s.View().markups.empty()) << "nobody sees it yet";
 }
 
 TEST(SpinCenterMarkup, ComesWithTheFirstSpinStepAndGoesWithTheLift) {

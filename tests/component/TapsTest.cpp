@@ -123,6 +123,15 @@ TEST(Taps, TwoFingersThatMoveOrHaveCompanyDoNotSwitch) {
     }
 }
 
+TEST(Taps, ATouchThatDoesNotSwitchCanStillEndInAClick) {
+    FingerScript longHeld = FingerScript::OnShapeView(OrthographicView(), WithSwitch(TwoFingerSwitch));
+    TwoFingerTap(longHeld, 300, 100, 0).ExpectActions({"MsgClickLeft 400 300 passed"});
+
+    FingerScript moved = FingerScript::OnShapeView(OrthographicView(), WithSwitch(TwoFingerSwitch));
+    moved.Down({{1, 300, 300}, {2, 400, 300}}).Move(1, 331, 300).Tick(100).Up(1).Rest().Mark().Up(2);
+    moved.ExpectActions({"MsgClickLeft 400 300 passed"});
+}
+
 TEST(Taps, TwoFingersSwitchBackAlsoFromMultiSelectMode) {
     FingerScript s = FingerScript::OnShapeView(OrthographicView(), WithSwitch(TwoFingerSwitch));
     TwoFingerTap(s, 0, 100, 0).Wait(600);

@@ -51,6 +51,21 @@ TEST(Twist, TurnsTheCameraAgainstTheFingersFromTheOnsetOn) {
     }
 }
 
+TEST(Twist, ASmallTurnDoesNotTurnTheCamera) {
+    FingerScript s = FingerScript::OnShapeView();
+    EXPECT_EQ(s.Down({{1, 300, 300}, {2, 600, 300}}).Move({{1, 300, 300}, {2, 600, 370}}).Answer(), false);
+    EXPECT_EQ(RollOf(s.CameraLocation()), 0);
+}
+
+TEST(Twist, AFingerThatJoinsDoesNotTurnTheCamera) {
+    FingerScript s = FingerScript::OnShapeView();
+    Begin(s).Move({{1, 300, 300}, {2, 600, 450}});
+    const dg::Location before = s.CameraLocation();
+    EXPECT_EQ(s.Down(3, 900, 100).Answer(), false);
+    s.Rest();
+    EXPECT_TRUE(AreNear(s.CameraLocation(), before, 1e-6));
+}
+
 TEST(Twist, TheModelStaysUnderTheFingers) {
     viewer::ViewSpec view = OrthographicView();
     view.camera.right = 30;

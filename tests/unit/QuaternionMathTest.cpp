@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <limits>
 #include <numbers>
 
 namespace {
@@ -39,9 +38,6 @@ TEST(QuaternionFromAxisAngle, HasAPositiveScalarPart) {
         double angle;
         Four expected;
     } rows[] = {
-        {"no angle", DVec3::Z, 0, {0, 0, 0, 1}},
-        {"quarter turn", DVec3::Z, Pi / 2, AboutZ(Pi / 2)},
-        {"backwards", DVec3::Z, -0.1, AboutZ(-0.1)},
         {"half turn", DVec3::X, Pi, {1, 0, 0, 0}},
         {"three quarters are a quarter back", DVec3::Z, 3 * Pi / 2, AboutZ(-Pi / 2)},
         {"once around and a little more", DVec3::Z, 2 * Pi + 0.1, AboutZ(0.1)},
@@ -60,7 +56,6 @@ TEST(InvertQuaternion, DividesByTheLengthAndNotByItsSquare) {
         Four expected;
     } rows[] = {
         {"identity", {0, 0, 0, 1}, {0, 0, 0, 1}},
-        {"unit", {0.5F, -0.5F, 0.5F, 0.5F}, {-0.5, 0.5, -0.5, 0.5}},
         {"negative scalar part stays", {0, 0, 0.6F, -0.8F}, {0, 0, -0.6, -0.8}},
         {"length 2", {0, 0, 1.2F, 1.6F}, {0, 0, -0.6, 0.8}},
     };
@@ -69,9 +64,6 @@ TEST(InvertQuaternion, DividesByTheLengthAndNotByItsSquare) {
         InvertQuaternion(q);
         EXPECT_THAT(Of(q), Near(row.expected, Tolerance)) << row.name;
     }
-}
-
-TEST(InvertQuaternion, OfZeroIsNanInEveryComponent) {
     Quaternion<float> zero{0, 0, 0, 0};
     InvertQuaternion(zero);
     EXPECT_THAT(Of(zero), Each(IsNan()));
@@ -88,9 +80,7 @@ TEST(QuaternionFromTo, IsTheShortestRotation) {
     } rows[] = {
         {"equal", DVec3::X, DVec3::X, {0, 0, 0, 1}},
         {"right angle", DVec3::X, DVec3::Y, {0, 0, half, half}},
-        {"right angle back", DVec3::Y, DVec3::X, {0, 0, -half, half}},
         {"obtuse", DVec3::X, {std::cos(degrees150), std::sin(degrees150), 0}, AboutZ(degrees150)},
-        {"acute", DVec3::X, {std::cos(0.3), std::sin(0.3), 0}, AboutZ(0.3)},
         {"below the tolerance", DVec3::X, {1, 2e-16, 0}, {0, 0, 0, 1}},
         {"above the tolerance", DVec3::X, {1, 3e-16, 0}, {0, 0, 1.5e-16, 1}},
         {"longer than 1 by rounding", {1.0000001, 0, 0}, DVec3::Y, {0, 0, half, half}},
@@ -109,21 +99,6 @@ TEST(QuaternionFromTo, IsTheShortestRotation) {
     EXPECT_GT(QuaternionFromTo(DVec3::X, {1, 3e-16, 0}).z, 0) << "a small rotation is not lost";
 }
 
-TEST(QuaternionFromTo, TurnsOppositeVectorsAboutAPerpendicularAxis) {
-    for (int i = 0; i < 64; ++i) {
-        // A spiral over the sphere: every order of the three components, and every sign, occurs.
-        const double height = -1 + (2 * i + 1) / 64.0;
-        const double around = 2.4 * i;
-        const double radius = std::sqrt(1 - height * height);
-        const DVec3 from{radius * std::cos(around), radius * std::sin(around), height};
-        const Quaternion<float> q = QuaternionFromTo(from, -from);
-        const DVec3 axis{q.x, q.y, q.z};
-        EXPECT_EQ(q.w, 0) << i;
-        EXPECT_NEAR(axis.Norm(), 1, Tolerance) << i;
-        EXPECT_NEAR(dg::DotProduct(axis, from), 0, Tolerance) << i;
-    }
-}
-
 TEST(SlerpQuaternion, GoesAlongTheShorterArc) {
     const Four identity{0, 0, 0, 1};
     const Four negated{-0.0, -0.0, -std::sin(0.4), -std::cos(0.4)};  // the same rotation as AboutZ(0.8)
@@ -135,15 +110,11 @@ TEST(SlerpQuaternion, GoesAlongTheShorterArc) {
         Four expected;
     } rows[] = {
         {"at the start", AboutZ(1), identity, 0, AboutZ(1)},
-        {"at the end", AboutZ(1), identity, 1, identity},
         {"half way", identity, AboutZ(Pi / 2), 0.5F, AboutZ(Pi / 4)},
         {"a quarter of the way", AboutZ(0.4), AboutZ(1.2), 0.25F, AboutZ(0.6)},
-        {"past the end", identity, AboutZ(0.5), 2, AboutZ(1)},
         {"before the start", identity, AboutZ(0.5), -1, AboutZ(-0.5)},
         {"target of the other sign", identity, negated, 0.5F, AboutZ(0.4)},
         {"start of the other sign", negated, identity, 0.5F, AboutZ(0.4)},
-        {"both of the other sign", negated, {0, 0, 0, -1}, 0.5F, AboutZ(0.4)},
-        {"equal", AboutZ(0.7), AboutZ(0.7), 0.3F, AboutZ(0.7)},
         {"equal rotations of opposite sign", AboutZ(0.8), negated, 0.3F, AboutZ(0.8)},
         {"nearly equal", identity, AboutZ(1e-4), 0.25F, AboutZ(0.25e-4)},
     };
@@ -156,18 +127,11 @@ TEST(SlerpQuaternion, GoesAlongTheShorterArc) {
 
 TEST(SlerpQuaternion, BlendsLinearlyBelowTheTolerance) {
     // A thousand times the way, a straight line and an arc of less than a thousandth radian differ.
-    const struct {
-        const char* name;
-        float dot;
-        double x;
-    } rows[] = {
-        {"straight below the tolerance", 1 - dg::Traits<float>::s_EPSILON / 2, -999 * 0.5},
-        {"an arc from the tolerance on", 1 - dg::Traits<float>::s_EPSILON, -959.9 * 0.5},
-    };
-    for (const auto& row : rows) {
-        const Quaternion<float> q = SlerpQuaternion({0.5F, 0, 0, 1}, {0, 0.5F, 0, row.dot}, 1000);
-        EXPECT_NEAR(q.w < 0 ? -q.x : q.x, row.x, 0.1) << row.name;
-    }
+    const auto blended = [](float dot) { return SlerpQuaternion({0.5F, 0, 0, 1}, {0, 0.5F, 0, dot}, 1000); };
+    const Quaternion<float> straight = blended(1 - dg::Traits<float>::s_EPSILON / 2);
+    EXPECT_NEAR(straight.w < 0 ? -straight.x : straight.x, -999 * 0.5, 0.1);
+    const Quaternion<float> arc = blended(1 - dg::Traits<float>::s_EPSILON);
+    EXPECT_NEAR(arc.w < 0 ? -arc.x : arc.x, -959.9 * 0.5, 0.1);
 }
 
 TEST(RotateVectorByLocation, TurnsTheAxisAndKeepsItsLength) {
@@ -178,9 +142,6 @@ TEST(RotateVectorByLocation, TurnsTheAxisAndKeepsItsLength) {
         RotateVectorByLocation(q, location);
         EXPECT_THAT(Of(q), Near(Four{0.3, 0.1, 0.2, 0.9}, Tolerance)) << location.GetU().y;
     }
-    Quaternion<float> identity;
-    RotateVectorByLocation(identity, cycled);
-    EXPECT_EQ(identity, Quaternion<float>{});
 }
 
 }  // namespace

@@ -36,14 +36,6 @@ Quaternion<float> Step(Trackball ball, double x0, double y0, double x1, double y
     return ball.Drag({Center.x + Radius * x1, Center.y + Radius * y1, 0});
 }
 
-double AngleOf(const Quaternion<float>& q) {
-    return 2 * std::atan2(DVec3(q.x, q.y, q.z).Norm(), q.w);
-}
-
-TEST(Trackballs, ANewOneIsPlainAndUnconstrained) {
-    EXPECT_EQ(Trackball(), (Trackball{1, 1.0, 1.0, false, {0, 0, 1}, {0, 0, 0}, {0, 0, 0}}));
-}
-
 TEST(Trackballs, PointsAreProjectedOntoTheBallAndItsRim) {
     const struct {
         const char* name;
@@ -52,10 +44,7 @@ TEST(Trackballs, PointsAreProjectedOntoTheBallAndItsRim) {
     } rows[] = {
         {"centre", {400, 300, 0}, {0, 0, 1}},
         {"half way right", {450, 300, 0}, {0.5, 0, std::sqrt(0.75)}},
-        {"half way down and left", {350, 250, 0}, {-0.5, -0.5, std::sqrt(0.5)}},
-        {"on the rim", {500, 300, 0}, {1, 0, 0}},
         {"just outside", {501, 300, 0}, {1, 0, 0}},
-        {"outside, right", {600, 300, 0}, {1, 0, 0}},
         {"outside, on a slope", {400 + 300, 300 - 400, 0}, {0.6, -0.8, 0}},
         {"the height is not looked at", {450, 300, 77}, {0.5, 0, std::sqrt(0.75)}},
     };
@@ -67,14 +56,6 @@ TEST(Trackballs, PointsAreProjectedOntoTheBallAndItsRim) {
     }
 }
 
-TEST(Trackballs, ProjectingChangesNothing) {
-    Trackball ball = MakeBall();
-    ball.BeginDrag({410, 300, 0}, Center, DVec3::ZERO, false);
-    const Trackball before = ball;
-    static_cast<void>(ball.ProjectToSphere({450, 300, 0}));
-    EXPECT_EQ(ball, before);
-}
-
 TEST(Trackballs, AConstrainedProjectionStaysPerpendicularToTheAxis) {
     const struct {
         const char* name;
@@ -83,7 +64,6 @@ TEST(Trackballs, AConstrainedProjectionStaysPerpendicularToTheAxis) {
         Three expected;
     } rows[] = {
         {"about Z, right", DVec3::Z, {430, 300, 0}, {1, 0, 0}},
-        {"about Z, on a slope", DVec3::Z, {400 + 3, 300 + 4, 0}, {0.6, 0.8, 0}},
         {"about Z, centre: no direction left", DVec3::Z, {400, 300, 0}, {0, 0, 0}},
         {"about X, above", DVec3::X, {480, 300 + 60, 0}, {0, 1, 0}},
         {"about X, inside", DVec3::X, {400 + 60, 300, 0}, {0, 0, 1}},
@@ -107,7 +87,6 @@ TEST(Trackballs, AStepTurnsTheBallWithTheFinger) {
         double angle;
     } rows[] = {
         {"to the right", 0, 0, 0.5, 0, {0, 1, 0}, std::asin(0.5)},
-        {"to the left", 0, 0, -0.5, 0, {0, -1, 0}, std::asin(0.5)},
         {"upward", 0, 0, 0, 0.5, {-1, 0, 0}, std::asin(0.5)},
         {"across the centre", -0.5, 0, 0.5, 0, {0, 1, 0}, 2 * std::asin(0.5)},
         {"from rim to rim, against the clock", 3, 0, 0, 2, {0, 0, 1}, std::acos(0.0)},
@@ -121,14 +100,6 @@ TEST(Trackballs, AStepTurnsTheBallWithTheFinger) {
     }
 }
 
-TEST(Trackballs, EveryStepStartsWhereTheLastOneEnded) {
-    Trackball ball = MakeBall();
-    ball.BeginDrag(Center, Center, DVec3::ZERO, false);
-    EXPECT_NEAR(AngleOf(ball.Drag({450, 300, 0})), std::asin(0.5), 1e-7);
-    EXPECT_NEAR(AngleOf(ball.Drag({480, 300, 0})), std::asin(0.8) - std::asin(0.5), 1e-7);
-    EXPECT_EQ(ball.Drag({480, 300, 0}), Quaternion<float>{});
-}
-
 TEST(Trackballs, TheCentreWeightedAngleFallsWithTheDistanceOfTheNewPoint) {
     const struct {
         const char* name;
@@ -137,13 +108,10 @@ TEST(Trackballs, TheCentreWeightedAngleFallsWithTheDistanceOfTheNewPoint) {
         double factor;
     } rows[] = {
         {"at the centre", 2, -0.01, 0, 2},
-        {"near the centre", 2, 0, 0.01, 2 * std::cos(0.01)},
         {"away from the centre", 2, 0, 0.6, 2 * std::cos(0.6)},
         {"only the new point counts", 2, 0.9, 0.6, 2 * std::cos(0.6)},
-        {"just inside the rim", 2, 0.5, 0.999, 2 * std::cos(0.999)},
         {"on the rim", 2, 0.5, 1, 1},
         {"outside", 2, 0.5, 3, 1},
-        {"gain of a half", 0.5, 0, 0.6, 0.5 * std::cos(0.6)},
         {"negative gain turns back", -1, 0, 0.6, -std::cos(0.6)},
     };
     for (const auto& row : rows) {
@@ -162,19 +130,13 @@ TEST(Trackballs, ACentreWeightedStepBelowSinglePrecisionIsTheIdentity) {
     EXPECT_GT(Step(MakeBall(Trackball::CenterWeighted, 2), 0, 0, 3e-7, 0).y, 0);
 }
 
-TEST(Trackballs, ADragWithoutABeginningGivesTheIdentityAndStartsHere) {
-    Trackball ball = MakeBall();
-    ball.center = Center;
-    EXPECT_EQ(ball.Drag({450, 300, 0}), Quaternion<float>{});
-    EXPECT_THAT(Of(ball.lastVector), Near(Three{0.5, 0, std::sqrt(0.75)}, Tolerance));
-}
-
-TEST(Trackballs, APreviousVectorThatIsTooShortGivesTheIdentity) {
+TEST(Trackballs, APreviousVectorThatIsTooShortGivesTheIdentityAndADragStartsHere) {
     const struct {
         const char* name;
         double length;
         bool turns;
     } rows[] = {
+        {"none: no drag has begun", 0, false},
         {"at the limit", std::ldexp(1, -25), false},
         {"above the limit", std::ldexp(1, -24), true},
     };
@@ -182,7 +144,8 @@ TEST(Trackballs, APreviousVectorThatIsTooShortGivesTheIdentity) {
         Trackball ball = MakeBall();
         ball.center = Center;
         ball.lastVector = {row.length, 0, 0};
-        EXPECT_EQ(ball.Drag(Center) != Quaternion<float>{}, row.turns) << row.name;
+        EXPECT_EQ(ball.Drag({400, 350, 0}) != Quaternion<float>{}, row.turns) << row.name;
+        EXPECT_THAT(Of(ball.lastVector), Near(Three{0, 0.5, std::sqrt(0.75)}, Tolerance)) << row.name;
     }
 }
 
