@@ -68,7 +68,7 @@ public:
 
     void LoadComponent(const std::string& pluginPath, const std::string& viewType);
     void UnloadComponent();
-    void SetView(const std::optional<ViewSpec>& spec);
+    void SetView(const std::optional<ViewSpec>& description);
     std::optional<bool> Touch(const TouchFrame& frame);
     std::optional<bool> Tick(std::int64_t now, std::int64_t interval);
     std::optional<bool> SendMode(const std::string& workflowName, const std::string& mode,
@@ -133,14 +133,14 @@ void ReferenceViewer::Impl::UnloadComponent() {
     library.reset();
 }
 
-void ReferenceViewer::Impl::SetView(const std::optional<ViewSpec>& spec) {
+void ReferenceViewer::Impl::SetView(const std::optional<ViewSpec>& description) {
     du::SmartPtr<hxk::View> opened;
-    if (spec) {
-        opened = OpenView(*spec, {recorder, bounds, transitions});
+    if (description) {
+        opened = OpenView(*description, {recorder, bounds, transitions});
     }
     transitions.Stop();
     ForgetPicks();
-    viewKind = spec ? spec->kind : std::string();
+    viewKind = description ? description->kind : std::string();
     view = opened;
     shapeView = dynamic_cast<ViewerShapeView*>(view.Get());
     scene.camera = shapeView != nullptr ? &shapeView->GetCurrentCamera() : nullptr;

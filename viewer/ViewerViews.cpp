@@ -23,13 +23,13 @@ constexpr hxk::ClassType OtherType{1000, "OtherView", &hxk::View::CLASS_TYPE};
 template <class Base>
 class PageView final : public CommonView<Base> {
 public:
-    PageView(const ViewSpec& spec, const hxk::ClassType& type, CallRecorder& recorder)
-        : CommonView<Base>(spec, type),
+    PageView(const ViewSpec& description, const hxk::ClassType& type, CallRecorder& recorder)
+        : CommonView<Base>(description, type),
           m_recorder(recorder),
-          m_width(spec.width),
-          m_height(spec.height),
-          m_orthoWidth(spec.orthoWidth),
-          m_placement(spec.placement) {}
+          m_width(description.width),
+          m_height(description.height),
+          m_orthoWidth(description.orthoWidth),
+          m_placement(description.placement) {}
 
     void GetOrthoWidth(double& width) const override { width = m_orthoWidth; }
     void SetOrthoWidth(double width) override {
@@ -59,8 +59,8 @@ private:
 };
 
 template <class Base>
-du::SmartPtr<hxk::View> OpenPage(const ViewSpec& spec, const hxk::ClassType& type, CallRecorder& recorder) {
-    return du::SmartPtr<hxk::View>(new PageView<Base>(spec, type, recorder));
+du::SmartPtr<hxk::View> OpenPage(const ViewSpec& description, const hxk::ClassType& type, CallRecorder& recorder) {
+    return du::SmartPtr<hxk::View>(new PageView<Base>(description, type, recorder));
 }
 
 }  // namespace
@@ -77,15 +77,15 @@ bool ViewerPreferences::GetBool(const du::Symbol& key, bool& value, bool* isOwn)
     return true;
 }
 
-ViewerShapeView::ViewerShapeView(const ViewSpec& spec, const ViewServices& services)
-    : CommonView(spec, hxk::ShapeView::CLASS_TYPE),
+ViewerShapeView::ViewerShapeView(const ViewSpec& description, const ViewServices& services)
+    : CommonView(description, hxk::ShapeView::CLASS_TYPE),
       m_services(services),
-      m_spinCenter(spec.spinCenter),
-      m_bounds(spec.bounds),
-      m_navMethod(spec.navMethod.c_str()),
-      m_navSpeed(spec.navSpeed) {
-    m_camera.SetViewport(spec.width, spec.height);
-    SetCamera(spec.camera);
+      m_spinCenter(description.spinCenter),
+      m_bounds(description.bounds),
+      m_navMethod(description.navMethod.c_str()),
+      m_navSpeed(description.navSpeed) {
+    m_camera.SetViewport(description.width, description.height);
+    SetCamera(description.camera);
     m_markups.reserve(4);
 }
 
@@ -174,17 +174,18 @@ std::vector<du::SmartPtr<hxk::Markup>>::iterator ViewerShapeView::Find(const du:
     return std::find(m_markups.begin(), m_markups.end(), markup);
 }
 
-void ViewerShapeView::SetCamera(const CameraSpec& spec) {
-    m_camera.SetProjection(spec.left, spec.right, spec.bottom, spec.top, spec.distance, spec.orthographic);
-    m_camera.SetLocation(spec.location);
+void ViewerShapeView::SetCamera(const CameraSpec& description) {
+    m_camera.SetProjection(description.left, description.right, description.bottom, description.top,
+                           description.distance, description.orthographic);
+    m_camera.SetLocation(description.location);
 }
 
-du::SmartPtr<hxk::View> OpenView(const ViewSpec& spec, const ViewServices& services) {
-    if (spec.kind == "shapeview") {
-        return du::SmartPtr<hxk::View>(new ViewerShapeView(spec, services));
+du::SmartPtr<hxk::View> OpenView(const ViewSpec& description, const ViewServices& services) {
+    if (description.kind == "shapeview") {
+        return du::SmartPtr<hxk::View>(new ViewerShapeView(description, services));
     }
-    if (spec.kind == "other") {
-        return du::SmartPtr<hxk::View>(new CommonView<hxk::View>(spec, OtherType));
+    if (description.kind == "other") {
+        return du::SmartPtr<hxk::View>(new CommonView<hxk::View>(description, OtherType));
     }
 
     struct PageKind {
@@ -201,11 +202,11 @@ du::SmartPtr<hxk::View> OpenView(const ViewSpec& spec, const ViewServices& servi
         {"schematicfigureview", &OpenPage<hxk::View2D>, SchematicFigureType},
     };
     const auto* found = std::find_if(std::begin(pageKinds), std::end(pageKinds),
-                                     [&](const PageKind& page) { return spec.kind == page.kind; });
+                                     [&](const PageKind& page) { return description.kind == page.kind; });
     if (found == std::end(pageKinds)) {
-        throw std::invalid_argument("there is no view kind \"" + spec.kind + "\"");
+        throw std::invalid_argument("there is no view kind \"" + description.kind + "\"");
     }
-    return found->open(spec, found->type, services.recorder);
+    return found->open(description, found->type, services.recorder);
 }
 
 }  // namespace viewer

@@ -37,9 +37,9 @@ private:
 template <class Base>
 class CommonView : public Base {
 public:
-    CommonView(const ViewSpec& spec, const hxk::ClassType& type) : m_type(type), m_scene(new hxk::Scene) {
-        if (spec.preferences) {
-            m_preferences = new ViewerPreferences(*spec.preferences);
+    CommonView(const ViewSpec& description, const hxk::ClassType& type) : m_type(type), m_scene(new hxk::Scene) {
+        if (description.preferences) {
+            m_preferences = new ViewerPreferences(*description.preferences);
         }
     }
 
@@ -64,7 +64,7 @@ private:
 // The 3D view. What comes through the host interface is recorded; what the viewer does itself is not.
 class ViewerShapeView final : public CommonView<hxk::ShapeView> {
 public:
-    ViewerShapeView(const ViewSpec& spec, const ViewServices& services);
+    ViewerShapeView(const ViewSpec& description, const ViewServices& services);
 
     void GetCamera(dg::Camera3D& camera) const override { camera = m_camera; }
     void GetSpinCenter(dg::DPoint3D& center) const override { center = m_spinCenter; }
@@ -91,7 +91,7 @@ public:
 
 private:
     std::vector<du::SmartPtr<hxk::Markup>>::iterator Find(const du::SmartPtr<hxk::Markup>& markup);
-    void SetCamera(const CameraSpec& spec);
+    void SetCamera(const CameraSpec& description);
 
     ViewServices m_services;
     dg::Camera3D m_camera;
@@ -103,6 +103,6 @@ private:
 };
 
 // Opens a view of the kind that is given. Throws std::invalid_argument for a kind that is not one of ViewKinds.
-[[nodiscard]] du::SmartPtr<hxk::View> OpenView(const ViewSpec& spec, const ViewServices& services);
+[[nodiscard]] du::SmartPtr<hxk::View> OpenView(const ViewSpec& description, const ViewServices& services);
 
 }  // namespace viewer

@@ -37,9 +37,9 @@ private:
 };
 
 ViewSpec MakeSpec(double size) {
-    ViewSpec spec;
-    spec.bounds = {{-size, -size, -size}, {size, size, size}};
-    return spec;
+    ViewSpec description;
+    description.bounds = {{-size, -size, -size}, {size, size, size}};
+    return description;
 }
 
 class BoundsRequests : public testing::Test {

@@ -28,10 +28,10 @@ std::shared_ptr<const Model> MakeModel() {
 }
 
 ViewSpec MakeShapeSpec() {
-    ViewSpec spec;
-    spec.camera.location.SetPos({0, 0, 20});
-    spec.bounds = {{-5, -1, 0}, {5, 1, 0}};
-    return spec;
+    ViewSpec description;
+    description.camera.location.SetPos({0, 0, 20});
+    description.bounds = {{-5, -1, 0}, {5, 1, 0}};
+    return description;
 }
 
 TouchFrame MakeFrame(std::initializer_list<TouchRecord> records) {
@@ -241,11 +241,11 @@ TEST_F(HeadlessViewer, OpensEveryKindOfView) {
     Load();
     for (const Row& row : rows) {
         SCOPED_TRACE(row.kind);
-        ViewSpec spec = MakeShapeSpec();
-        spec.kind = row.kind;
-        spec.orthoWidth = 42;
-        spec.placement.SetPos({1, 2, 3});
-        viewer.SetView(spec);
+        ViewSpec description = MakeShapeSpec();
+        description.kind = row.kind;
+        description.orthoWidth = 42;
+        description.placement.SetPos({1, 2, 3});
+        viewer.SetView(description);
         const hxk::View& view = *viewer.GetComponent()->GetView();
         EXPECT_TRUE(row.type != nullptr || view.IsATypeOfId(row.id));
         for (const Row& other : rows) {
@@ -278,10 +278,10 @@ TEST_F(HeadlessViewer, ATapOfTheComponentReachesThePicker) {
 class SpunViewer : public HeadlessViewer {
 protected:
     SpunViewer() {
-        ViewSpec spec = MakeShapeSpec();
-        spec.spinCenter = {1, 2, 3};
-        spec.preferences = PreferenceValues{{"Model Viewer/display_rotation_center", true}};
-        viewer.SetView(spec);
+        ViewSpec description = MakeShapeSpec();
+        description.spinCenter = {1, 2, 3};
+        description.preferences = PreferenceValues{{"Model Viewer/display_rotation_center", true}};
+        viewer.SetView(description);
         Load();
         viewer.Tick(1000, 16);
         viewer.Touch(MakeFrame({{1, 500, 400, 100, TouchDown}}));
@@ -336,9 +336,9 @@ TEST(ViewerShutdown, LeavesNothingBehindInTheMiddleOfATouch) {
         HostSettings settings;
         settings.boundsAnswer = answer;
         ReferenceViewer viewer(settings);
-        ViewSpec spec = MakeShapeSpec();
-        spec.preferences = PreferenceValues{{"Model Viewer/display_rotation_center", true}};
-        viewer.SetView(spec);
+        ViewSpec description = MakeShapeSpec();
+        description.preferences = PreferenceValues{{"Model Viewer/display_rotation_center", true}};
+        viewer.SetView(description);
         viewer.LoadComponent(TOUCHNAV_PLUGIN, "shapeview");
         viewer.Tick(1000, 16);
         // A spin leaves the markup on the view; a pinch then leaves a request waiting.

@@ -31,8 +31,8 @@ viewer::ViewSnapshot MakeView(bool orthographic) {
 // Plays the part of the viewer and the component.
 class Script {
 public:
-    explicit Script(viewer::ViewSnapshot first = MakeView(true), const viewer::ViewSpec& spec = {})
-        : view(std::move(first)), m_story(spec, view) {
+    explicit Script(viewer::ViewSnapshot first = MakeView(true), const viewer::ViewSpec& description = {})
+        : view(std::move(first)), m_story(description, view) {
         Tick();
     }
 

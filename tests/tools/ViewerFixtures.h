@@ -61,8 +61,8 @@ struct Services {
     explicit Services(BoundsAnswer answer = BoundsAnswer::NextTick, bool play = true)
         : bounds(recorder, answer), transitions(recorder, play), dispatch(recorder, bounds, transitions) {}
 
-    du::SmartPtr<ViewerShapeView> OpenShapeView(const ViewSpec& spec) {
-        return du::SmartPtr<ViewerShapeView>(new ViewerShapeView(spec, {recorder, bounds, transitions}));
+    du::SmartPtr<ViewerShapeView> OpenShapeView(const ViewSpec& description) {
+        return du::SmartPtr<ViewerShapeView>(new ViewerShapeView(description, {recorder, bounds, transitions}));
     }
 
     // The names of the recorded calls; "SendMessage" and the like.

@@ -32,9 +32,9 @@ TEST(ShapeView, TakesAWidthAboutTheMiddleOfItsWindow) {
     };
     for (const Row& row : rows) {
         Services services;
-        ViewSpec spec;
-        spec.camera = {row.orthographic, row.window[0], row.window[1], row.window[2], row.window[3], 1, {}};
-        const auto view = services.OpenShapeView(spec);
+        ViewSpec description;
+        description.camera = {row.orthographic, row.window[0], row.window[1], row.window[2], row.window[3], 1, {}};
+        const auto view = services.OpenShapeView(description);
         du::SmartPtr<du::RefCounted> change(new hxk::Scene);
         view->SetOrthographicWidth(4, change);
         EXPECT_EQ(GetWindow(view->GetCurrentCamera()), row.after) << row.name;
@@ -45,20 +45,21 @@ TEST(ShapeView, TakesAWidthAboutTheMiddleOfItsWindow) {
 
 TEST(ShapeView, AChangeLeavesWhatItDoesNotName) {
     Services services;
-    ViewSpec spec;
-    spec.spinCenter = {1, 2, 3};
-    spec.navSpeed = 2;
-    const auto view = services.OpenShapeView(spec);
+    ViewSpec description;
+    description.spinCenter = {1, 2, 3};
+    description.navSpeed = 2;
+    const auto view = services.OpenShapeView(description);
     ViewChange change;
     change.navMethod = "explore";
     change.camera = CameraSpec{false, -1, 1, -1, 1, 1, {}};
     view->Change(change);
     dg::DPoint3D center;
     view->GetSpinCenter(center);
-    EXPECT_EQ(center, spec.spinCenter);
+    EXPECT_EQ(center, description.spinCenter);
     EXPECT_EQ(view->GetNavSpeed(), 2);
     EXPECT_TRUE(view->GetNavMethod() == "explore");
-    EXPECT_EQ(view->GetCurrentCamera().GetViewportWidth(), spec.width) << "a camera is set without the view's size";
+    EXPECT_EQ(view->GetCurrentCamera().GetViewportWidth(), description.width)
+        << "a camera is set without the view's size";
     change = {};
     change.spinCenter = dg::DPoint3D(4, 5, 6);
     view->Change(change);
@@ -89,9 +90,9 @@ TEST(ShapeView, HoldsAMarkupOnceUntilItIsRemoved) {
 
 TEST(PageView, RecordsAndTakesItsPositionAndWidth) {
     Services services;
-    ViewSpec spec;
-    spec.kind = "ecadpcbview";
-    const auto view = OpenView(spec, {services.recorder, services.bounds, services.transitions});
+    ViewSpec description;
+    description.kind = "ecadpcbview";
+    const auto view = OpenView(description, {services.recorder, services.bounds, services.transitions});
     auto* page = dynamic_cast<hxk::View2D*>(view.Get());
     ASSERT_NE(page, nullptr);
     page->SetPosition({1, 2, 3});
@@ -107,14 +108,14 @@ TEST(PageView, RecordsAndTakesItsPositionAndWidth) {
 
 TEST(ViewPreferences, HaveTheirOwnPreferencesOrNone) {
     Services services;
-    ViewSpec spec;
+    ViewSpec description;
     const du::Symbol key("key");
     du::SmartPtr<hxk::Preferences> preferences(new ViewerPreferences({}));
-    EXPECT_FALSE(services.OpenShapeView(spec)->GetDefaultPreferences(preferences));
+    EXPECT_FALSE(services.OpenShapeView(description)->GetDefaultPreferences(preferences));
     EXPECT_EQ(preferences, nullptr);
 
-    spec.preferences = PreferenceValues{{"key", false}};
-    EXPECT_TRUE(services.OpenShapeView(spec)->GetDefaultPreferences(preferences));
+    description.preferences = PreferenceValues{{"key", false}};
+    EXPECT_TRUE(services.OpenShapeView(description)->GetDefaultPreferences(preferences));
     bool value = true;
     bool isOwn = false;
     EXPECT_TRUE(preferences->GetBool(key, value, &isOwn));
