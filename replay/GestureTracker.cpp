@@ -22,10 +22,9 @@ bool IsPassing(const Gesture& gesture) {
 
 // Which gestures of a touch stand for themselves. At least one does.
 std::vector<bool> FindStanding(const std::vector<Gesture>& gestures) {
-    std::vector<bool> standing;
-    for (const Gesture& gesture : gestures) {
-        standing.push_back(!IsPassing(gesture));
-    }
+    std::vector<bool> standing(gestures.size());
+    std::transform(gestures.begin(), gestures.end(), standing.begin(),
+                   [](const Gesture& gesture) { return !IsPassing(gesture); });
     if (std::find(standing.begin(), standing.end(), true) == standing.end()) {
         const auto most = std::max_element(gestures.begin(), gestures.end(),
                                            [](const Gesture& a, const Gesture& b) { return a.fingers < b.fingers; });

@@ -17,7 +17,7 @@ dg::Color Mix(const dg::Color& a, const dg::Color& b, float share) {
 }
 
 std::uint32_t ToByte(float value) {
-    return static_cast<std::uint32_t>(std::clamp(value, 0.0F, 1.0F) * 255.0F + 0.5F);
+    return static_cast<std::uint32_t>(std::lround(std::clamp(value, 0.0F, 1.0F) * 255.0F));
 }
 
 std::uint32_t Lit(const dg::Color& color, double light) {

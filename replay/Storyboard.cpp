@@ -58,8 +58,10 @@ struct Grid {
         return static_cast<int>(std::ceil(HeaderHeight + static_cast<double>(rows) * RowHeight() - Gap + Margin));
     }
     [[nodiscard]] PictureRect BoxAt(std::size_t index) const {
-        return {Margin + static_cast<double>(index % columns) * (boxWidth + Gap),
-                HeaderHeight + static_cast<double>(index / columns) * RowHeight(), boxWidth, boxHeight};
+        const std::size_t row = index / columns;
+        const std::size_t column = index % columns;
+        return {Margin + static_cast<double>(column) * (boxWidth + Gap),
+                HeaderHeight + static_cast<double>(row) * RowHeight(), boxWidth, boxHeight};
     }
 };
 

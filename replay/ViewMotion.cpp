@@ -70,13 +70,13 @@ std::string Directions(const dg::DVec3& swept) {
     const double norm = swept.Norm();
     std::vector<std::string> words;
     if (std::abs(swept.y) > Share * norm) {
-        words.push_back(swept.y > 0 ? "to the right" : "to the left");
+        words.emplace_back(swept.y > 0 ? "to the right" : "to the left");
     }
     if (std::abs(swept.x) > Share * norm) {
-        words.push_back(swept.x > 0 ? "down" : "up");
+        words.emplace_back(swept.x > 0 ? "down" : "up");
     }
     if (std::abs(swept.z) > Share * norm) {
-        words.push_back(swept.z > 0 ? "counter-clockwise" : "clockwise");
+        words.emplace_back(swept.z > 0 ? "counter-clockwise" : "clockwise");
     }
     return Joined(words, " and ");
 }

@@ -78,10 +78,8 @@ void AppendHeader(std::string& text, std::string_view title) {
     Append(text, "P: %02x 00 00 00 00 00 00 00\n", 1U << PropertyDirect);
     AppendMask(text, EvSyn, MaskLineBytes, {EvSyn, EvKey, EvAbs});  // the mask of the event types themselves
     AppendMask(text, EvKey, KeyMaskBytes, {BtnTouch});
-    std::vector<unsigned> axisCodes;
-    for (const Axis& axis : Axes) {
-        axisCodes.push_back(axis.code);
-    }
+    std::vector<unsigned> axisCodes(Axes.size());
+    std::transform(Axes.begin(), Axes.end(), axisCodes.begin(), [](const Axis& axis) { return axis.code; });
     AppendMask(text, EvAbs, MaskLineBytes, axisCodes);
     for (const Axis& axis : Axes) {
         Append(text, "# %s\nA: %02x 0 %d 0 0 %d\n", axis.name, axis.code, axis.max, axis.resolution);
