@@ -61,33 +61,24 @@ void OneFingerDown(BenchHost& host, int /*step*/) {
     Send(host, fingers, Down);
 }
 
-void StartOneFinger(BenchHost& host) {
-    OneFingerDown(host, 0);
-    OneFinger(host, 31);
-    OneFinger(host, 0);
-}
-
-void SetUpSpin(BenchHost& host) {
-    host.OpenShapeView(true, "standard", nullptr);
-    StartOneFinger(host);
-}
-
-void SetUpLookAround(BenchHost& host) {
-    host.OpenShapeView(false, "explore", nullptr);
-    StartOneFinger(host);
-}
-
-void SetUpPan2D(BenchHost& host) {
-    host.OpenPage();
-    StartOneFinger(host);
-}
-
 void OpenOrthographic(BenchHost& host) {
     host.OpenShapeView(true, "standard", nullptr);
 }
 
 void OpenPerspective(BenchHost& host) {
     host.OpenShapeView(false, "standard", nullptr);
+}
+
+void OpenExplore(BenchHost& host) {
+    host.OpenShapeView(false, "explore", nullptr);
+}
+
+void OpenTwoHandsExplore(BenchHost& host) {
+    host.OpenShapeView(false, "explore", "HXAPP_TOUCH_TWO_HANDS_EXPLORE");
+}
+
+void OpenPage(BenchHost& host) {
+    host.OpenPage();
 }
 
 // A finger that rests before it has left its start moves nothing.
@@ -120,51 +111,17 @@ void TwoFingersTwist(BenchHost& host, int step) {
     Send(host, fingers, Move);
 }
 
-void StartTwoFingers(BenchHost& host, void (*frame)(BenchHost&, int)) {
+using Step = void(BenchHost& host, int step);
+
+// Opens a view and brings a gesture to where its frames are steady: the finger or fingers go far enough to begin
+// everything that the gesture can begin, and come back.
+template <void Open(BenchHost&), Step Frame>
+void Start(BenchHost& host) {
+    Open(host);
     OneFingerDown(host, 0);
-    frame(host, 0);
-    frame(host, 31);
-    frame(host, 0);
-}
-
-void SetUpPanOrthographic(BenchHost& host) {
-    OpenOrthographic(host);
-    StartTwoFingers(host, TwoFingersPan);
-}
-
-void SetUpPanPerspective(BenchHost& host) {
-    OpenPerspective(host);
-    StartTwoFingers(host, TwoFingersPan);
-}
-
-void SetUpPinchOrthographic(BenchHost& host) {
-    OpenOrthographic(host);
-    StartTwoFingers(host, TwoFingersPinch);
-}
-
-void SetUpPinchPerspective(BenchHost& host) {
-    OpenPerspective(host);
-    StartTwoFingers(host, TwoFingersPinch);
-}
-
-void SetUpTwist(BenchHost& host) {
-    OpenOrthographic(host);
-    StartTwoFingers(host, TwoFingersTwist);
-}
-
-void SetUpPinch2D(BenchHost& host) {
-    host.OpenPage();
-    StartTwoFingers(host, TwoFingersPinch);
-}
-
-void SetUpOneHandFlight(BenchHost& host) {
-    host.OpenShapeView(false, "explore", nullptr);
-    StartTwoFingers(host, TwoFingersPinch);
-}
-
-void SetUpTwoHandsFlight(BenchHost& host) {
-    host.OpenShapeView(false, "explore", "HXAPP_TOUCH_TWO_HANDS_EXPLORE");
-    StartTwoFingers(host, TwoFingersPinch);
+    Frame(host, 0);
+    Frame(host, 31);
+    Frame(host, 0);
 }
 
 // A three-finger hold would switch the mode, but takes ticks; a drag case needs multi-select mode only once, so the
@@ -207,18 +164,18 @@ constexpr FrameCase Cases[] = {
     {"FirstFrame/5", OpenOrthographic, OneFingerDown, FirstFrame<5>, false, true},
     {"FirstFrame/10", OpenOrthographic, OneFingerDown, FirstFrame<10>, false, true},
     {"RestingFinger", SetUpRest, nullptr, RestingFinger, false, false},
-    {"SpinStep", SetUpSpin, nullptr, OneFinger, true, false},
-    {"LookAroundStep", SetUpLookAround, nullptr, OneFinger, true, false},
-    {"PanOrthographic", SetUpPanOrthographic, nullptr, TwoFingersPan, true, false},
-    {"PanPerspective", SetUpPanPerspective, nullptr, TwoFingersPan, true, false},
-    {"PinchOrthographic", SetUpPinchOrthographic, nullptr, TwoFingersPinch, true, false},
-    {"PinchPerspective", SetUpPinchPerspective, nullptr, TwoFingersPinch, true, false},
-    {"Twist", SetUpTwist, nullptr, TwoFingersTwist, true, false},
-    {"OneHandFlight", SetUpOneHandFlight, nullptr, TwoFingersPinch, true, false},
-    {"TwoHandsFlight", SetUpTwoHandsFlight, nullptr, TwoFingersPinch, true, false},
+    {"SpinStep", Start<OpenOrthographic, OneFinger>, nullptr, OneFinger, true, false},
+    {"LookAroundStep", Start<OpenExplore, OneFinger>, nullptr, OneFinger, true, false},
+    {"PanOrthographic", Start<OpenOrthographic, TwoFingersPan>, nullptr, TwoFingersPan, true, false},
+    {"PanPerspective", Start<OpenPerspective, TwoFingersPan>, nullptr, TwoFingersPan, true, false},
+    {"PinchOrthographic", Start<OpenOrthographic, TwoFingersPinch>, nullptr, TwoFingersPinch, true, false},
+    {"PinchPerspective", Start<OpenPerspective, TwoFingersPinch>, nullptr, TwoFingersPinch, true, false},
+    {"Twist", Start<OpenOrthographic, TwoFingersTwist>, nullptr, TwoFingersTwist, true, false},
+    {"OneHandFlight", Start<OpenExplore, TwoFingersPinch>, nullptr, TwoFingersPinch, true, false},
+    {"TwoHandsFlight", Start<OpenTwoHandsExplore, TwoFingersPinch>, nullptr, TwoFingersPinch, true, false},
     {"Drag", SetUpDrag, nullptr, OneFinger, true, false},
-    {"Pan2D", SetUpPan2D, nullptr, OneFinger, true, false},
-    {"Pinch2D", SetUpPinch2D, nullptr, TwoFingersPinch, true, false},
+    {"Pan2D", Start<OpenPage, OneFinger>, nullptr, OneFinger, true, false},
+    {"Pinch2D", Start<OpenPage, TwoFingersPinch>, nullptr, TwoFingersPinch, true, false},
 };
 
 }  // namespace

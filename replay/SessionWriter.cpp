@@ -1,13 +1,10 @@
 #include "replay/SessionWriter.h"
 
 #include "replay/JsonNumbers.h"
-
-#include <nlohmann/json.hpp>
+#include "replay/JsonText.h"
 
 #include <cstddef>
-#include <initializer_list>
 #include <string>
-#include <string_view>
 #include <type_traits>
 #include <variant>
 
@@ -15,71 +12,34 @@ namespace replay {
 
 namespace {
 
-std::string Text(const std::string& text) {
-    return nlohmann::json(text).dump();
-}
-std::string Bool(bool value) {
-    return value ? "true" : "false";
-}
-
-std::string Array(std::initializer_list<std::string> elements) {
-    std::string text;
-    for (const std::string& element : elements) {
-        text += (text.empty() ? "[" : ", ") + element;
-    }
-    return text + "]";
-}
-
-// One JSON object, built key by key.
-class Object {
-public:
-    Object& Add(std::string_view key, const std::string& value) {
-        m_text += m_text.empty() ? "{" : ", ";
-        m_text += Text(std::string(key)) + ": " + value;
-        return *this;
-    }
-    [[nodiscard]] std::string Get() const { return m_text.empty() ? "{}" : m_text + "}"; }
-
-private:
-    std::string m_text;
-};
-
-std::string Point(const dg::DPoint3D& p) {
-    return Array({JsonNumber(p.x), JsonNumber(p.y), JsonNumber(p.z)});
-}
-
-std::string Axis(const dg::FVec3& v) {
-    return Array({JsonNumber(v.x), JsonNumber(v.y), JsonNumber(v.z)});
-}
-
 std::string Bounds(const dg::DBox& box) {
-    return box == dg::DBox::EMPTY ? "null" : Array({Point(box.min), Point(box.max)});
+    return box == dg::DBox::EMPTY ? "null" : JsonArray({JsonPoint(box.min), JsonPoint(box.max)});
 }
 
-void AddPlacement(Object& object, const dg::Location& location) {
-    object.Add("u", Axis(location.GetU())).Add("v", Axis(location.GetV())).Add("w", Axis(location.GetW()));
-    object.Add("position", Point(location.GetPos()));
+void AddPlacement(JsonObject& object, const dg::Location& location) {
+    object.Add("u", JsonAxis(location.GetU())).Add("v", JsonAxis(location.GetV())).Add("w", JsonAxis(location.GetW()));
+    object.Add("position", JsonPoint(location.GetPos()));
 }
 
 std::string Camera(const viewer::CameraSpec& camera) {
-    Object object;
-    object.Add("orthographic", Bool(camera.orthographic));
-    object.Add("window", Array({JsonNumber(camera.left), JsonNumber(camera.right), JsonNumber(camera.bottom),
-                                JsonNumber(camera.top)}));
+    JsonObject object;
+    object.Add("orthographic", JsonBool(camera.orthographic));
+    object.Add("window", JsonArray({JsonNumber(camera.left), JsonNumber(camera.right), JsonNumber(camera.bottom),
+                                    JsonNumber(camera.top)}));
     object.Add("distance", JsonNumber(camera.distance));
     AddPlacement(object, camera.location);
-    return object.Get();
+    return object.GetText();
 }
 
 std::string Preferences(const std::optional<viewer::PreferenceValues>& values) {
     if (!values) {
         return "null";
     }
-    Object object;
+    JsonObject object;
     for (const auto& [key, value] : *values) {
-        object.Add(key, Bool(value));
+        object.Add(key, JsonBool(value));
     }
-    return object.Get();
+    return object.GetText();
 }
 
 std::string View(const std::optional<viewer::ViewSpec>& view) {
@@ -87,19 +47,19 @@ std::string View(const std::optional<viewer::ViewSpec>& view) {
         return "null";
     }
     const viewer::ViewSpec defaults;
-    Object object;
-    object.Add("kind", Text(view->kind));
-    object.Add("size", Array({std::to_string(view->width), std::to_string(view->height)}));
+    JsonObject object;
+    object.Add("kind", JsonString(view->kind));
+    object.Add("size", JsonArray({std::to_string(view->width), std::to_string(view->height)}));
     if (viewer::IsShapeViewKind(view->kind)) {
         object.Add("camera", Camera(view->camera));
         if (view->spinCenter != defaults.spinCenter) {
-            object.Add("spinCenter", Point(view->spinCenter));
+            object.Add("spinCenter", JsonPoint(view->spinCenter));
         }
         if (view->bounds != defaults.bounds) {
             object.Add("bounds", Bounds(view->bounds));
         }
         if (view->navMethod != defaults.navMethod) {
-            object.Add("navMethod", Text(view->navMethod));
+            object.Add("navMethod", JsonString(view->navMethod));
         }
         if (view->navSpeed != defaults.navSpeed) {
             object.Add("navSpeed", JsonNumber(view->navSpeed));
@@ -113,7 +73,7 @@ std::string View(const std::optional<viewer::ViewSpec>& view) {
     if (view->preferences) {
         object.Add("preferences", Preferences(view->preferences));
     }
-    return object.Get();
+    return object.GetText();
 }
 
 std::string BoundsAnswerName(viewer::BoundsAnswer answer) {
@@ -129,7 +89,7 @@ std::string BoundsAnswerName(viewer::BoundsAnswer answer) {
 std::string Environment(const std::vector<std::string>& switches) {
     std::string text = "[";
     for (std::size_t i = 0; i < switches.size(); ++i) {
-        text += (i == 0 ? "" : ", ") + Text(switches[i]);
+        text += (i == 0 ? "" : ", ") + JsonString(switches[i]);
     }
     return text + "]";
 }
@@ -137,29 +97,29 @@ std::string Environment(const std::vector<std::string>& switches) {
 std::string Header(const Session& session) {
     const viewer::HostSettings defaults;
     const viewer::HostSettings& host = session.host;
-    Object object;
+    JsonObject object;
     object.Add("session", "1").Add("view", View(session.view));
     if (host.ppiX != defaults.ppiX || host.ppiY != defaults.ppiY) {
-        object.Add("ppi", Array({std::to_string(host.ppiX), std::to_string(host.ppiY)}));
+        object.Add("ppi", JsonArray({std::to_string(host.ppiX), std::to_string(host.ppiY)}));
     }
     if (host.environment != defaults.environment) {
         object.Add("environment", Environment(host.environment));
     }
     if (host.preselectGuard != defaults.preselectGuard) {
-        object.Add("preselectGuard", Bool(host.preselectGuard));
+        object.Add("preselectGuard", JsonBool(host.preselectGuard));
     }
     if (host.boundsAnswer != defaults.boundsAnswer) {
-        object.Add("boundsAnswer", Text(BoundsAnswerName(host.boundsAnswer)));
+        object.Add("boundsAnswer", JsonString(BoundsAnswerName(host.boundsAnswer)));
     }
     if (host.playTransitions != defaults.playTransitions) {
-        object.Add("playTransitions", Bool(host.playTransitions));
+        object.Add("playTransitions", JsonBool(host.playTransitions));
     }
-    return object.Get();
+    return object.GetText();
 }
 
 std::string Record(const viewer::TouchRecord& r) {
-    return Array({std::to_string(r.id), std::to_string(r.x), std::to_string(r.y), std::to_string(r.time),
-                  std::to_string(r.flags)});
+    return JsonArray({std::to_string(r.id), std::to_string(r.x), std::to_string(r.y), std::to_string(r.time),
+                      std::to_string(r.flags)});
 }
 
 std::string Line(const TouchEvent& event) {
@@ -172,62 +132,64 @@ std::string Line(const TouchEvent& event) {
     for (std::size_t i = 0; i < used; ++i) {
         text += (i == 0 ? "" : ", ") + Record(records.at(i));
     }
-    Object object;
+    JsonObject object;
     object.Add("touch", text + "]");
     if (event.frame.count != static_cast<std::int32_t>(used)) {
         object.Add("count", std::to_string(event.frame.count));
     }
-    return object.Get();
+    return object.GetText();
 }
 
 std::string Line(const TimerEvent& event) {
-    return Object().Add("timer", Array({std::to_string(event.now), std::to_string(event.interval)})).Get();
+    return JsonObject().Add("timer", JsonArray({std::to_string(event.now), std::to_string(event.interval)})).GetText();
 }
 
 std::string Line(const MouseEvent& event) {
-    return Object().Add("mouse", Array({Text(event.type), std::to_string(event.x), std::to_string(event.y)})).Get();
+    return JsonObject()
+        .Add("mouse", JsonArray({JsonString(event.type), std::to_string(event.x), std::to_string(event.y)}))
+        .GetText();
 }
 
 std::string Line(const ModeEvent& event) {
-    return Object().Add("mode", Array({Text(event.workflow), Text(event.mode)})).Get();
+    return JsonObject().Add("mode", JsonArray({JsonString(event.workflow), JsonString(event.mode)})).GetText();
 }
 
 std::string Line(const PreferencesEvent& event) {
-    Object object;
+    JsonObject object;
     object.Add("preferences", Preferences(event.values));
     if (event.workflow != PreferencesEvent().workflow) {
-        object.Add("workflow", Text(event.workflow));
+        object.Add("workflow", JsonString(event.workflow));
     }
-    return object.Get();
+    return object.GetText();
 }
 
 std::string Line(const StatusBarEvent& /*event*/) {
-    return Object().Add("statusBar", Bool(true)).Get();
+    return JsonObject().Add("statusBar", JsonBool(true)).GetText();
 }
 
 std::string Line(const SetViewEvent& event) {
-    return Object().Add("setView", View(event.view)).Get();
+    return JsonObject().Add("setView", View(event.view)).GetText();
 }
 
 std::string Line(const ViewerEvent& event) {
     const viewer::ViewChange& change = event.change;
-    Object object;
+    JsonObject object;
     if (change.camera) {
         object.Add("camera", Camera(*change.camera));
     }
     if (change.spinCenter) {
-        object.Add("spinCenter", Point(*change.spinCenter));
+        object.Add("spinCenter", JsonPoint(*change.spinCenter));
     }
     if (change.bounds) {
         object.Add("bounds", Bounds(*change.bounds));
     }
     if (change.navMethod) {
-        object.Add("navMethod", Text(*change.navMethod));
+        object.Add("navMethod", JsonString(*change.navMethod));
     }
     if (change.navSpeed) {
         object.Add("navSpeed", JsonNumber(*change.navSpeed));
     }
-    return Object().Add("viewer", object.Get()).Get();
+    return JsonObject().Add("viewer", object.GetText()).GetText();
 }
 
 }  // namespace
