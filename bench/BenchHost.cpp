@@ -1,5 +1,6 @@
 #include "bench/BenchHost.h"
 
+#include "bench/Floor.h"
 #include "host/platform/Environment.h"
 #include "touch/Factory.h"
 
@@ -68,11 +69,6 @@ void StoredPage::GetViewSize(unsigned int& width, unsigned int& height) const {
     height = ViewHeight;
 }
 
-bool QuietManager::SetStatusMessage(int /*slot*/, const std::string& text) {
-    m_status = text;
-    return true;
-}
-
 BenchHost::BenchHost(const char* pluginPath) : m_library(dlopen(pluginPath, RTLD_NOW | RTLD_LOCAL)) {
     if (m_library == nullptr) {
         throw std::runtime_error(dlerror());
@@ -100,15 +96,25 @@ void BenchHost::OpenShapeView(bool orthographic, const char* navMethod, const ch
     platform::SetEnvironmentProvider(&environment);
     MakeComponent();
     platform::SetEnvironmentProvider(nullptr);
+    MakeShapeView(orthographic, navMethod);
+    m_workflow->SetView(m_shapeView);
+}
+
+void BenchHost::MakeShapeView(bool orthographic, const char* navMethod) {
     m_shapeView = new StoredShapeView;
     m_shapeView->SetUp(orthographic, navMethod);
-    m_workflow->SetView(m_shapeView);
 }
 
 void BenchHost::OpenPage() {
     MakeComponent();
     m_page = new StoredPage;
     m_workflow->SetView(m_page);
+}
+
+void BenchHost::OpenFloor() {
+    MakeShapeView(true, "standard");
+    m_workflow = new FloorWorkflow(m_shapeView);
+    m_component = m_workflow;
 }
 
 std::uint64_t BenchHost::GetEffectCount() const {

@@ -62,7 +62,7 @@ class QuietManager : public workflow::WorkflowManagerCore {
 public:
     void SendMessage(const workflow::Msg& /*message*/) override { ++m_messages; }
     void SendModeMessage(const du::Symbol&, const du::Symbol&, int, const du::SmartPtr<du::RefCounted>&) override {}
-    bool SetStatusMessage(int slot, const std::string& text) override;
+    bool SetStatusMessage(int /*slot*/, const std::string& /*text*/) override { return true; }
     void UpdateStatusMessage() override {}
     bool ManageObject(const du::SmartPtr<dom::ManagedObject>& /*object*/) override { return true; }
     void StopTransition() override {}
@@ -72,7 +72,6 @@ public:
     [[nodiscard]] std::uint64_t GetMessageCount() const noexcept { return m_messages; }
 
 private:
-    std::string m_status;
     std::uint64_t m_messages = 0;
 };
 
@@ -97,6 +96,8 @@ public:
     // Make a fresh component on a view. The switch is an environment switch that is present, or null.
     void OpenShapeView(bool orthographic, const char* navMethod, const char* environmentSwitch);
     void OpenPage();
+    // Puts the floor on a 3D view in the component's place.
+    void OpenFloor();
 
     [[nodiscard]] workflow::SimpleWorkflow& GetWorkflow() const noexcept { return *m_workflow; }
     // How often the component has changed a view or sent a message.
@@ -104,6 +105,7 @@ public:
 
 private:
     void MakeComponent();
+    void MakeShapeView(bool orthographic, const char* navMethod);
 
     LongTexts m_texts;
     QuietManager m_manager;

@@ -6,6 +6,8 @@
 
 #include <benchmark/benchmark.h>
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
@@ -43,45 +45,48 @@ namespace {
 
 using bench::BenchHost;
 using bench::FrameCase;
+using bench::FrameKind;
 
-constexpr int WarmUpFrames = 64;
+// The frames of a case repeat after so many.
+constexpr int Steps = 64;
 
-void RunFrames(const FrameCase& frameCase, BenchHost& host, int first, int count,
-               void (*frame)(const FrameCase&, BenchHost&, int)) {
-    for (int step = first; step < first + count; ++step) {
-        if (frameCase.prepare != nullptr) {
-            frameCase.prepare(host, step);
-        }
-        frame(frameCase, host, step);
+// Outlined, so that an instruction counter can tell the measured frame from making and preparing it.
+[[gnu::noinline]] void MeasuredFrame(BenchHost& host, const bench::Frame& frame) {
+    bench::Deliver(host, frame);
+}
+
+void Prepare(const FrameCase& frameCase, BenchHost& host, int step) {
+    if (frameCase.prepare != nullptr) {
+        bench::Deliver(host, frameCase.prepare(step));
     }
 }
 
-// Outlined, so that an instruction counter can tell the measured frame from the preparation.
-[[gnu::noinline]] void MeasuredFrame(const FrameCase& frameCase, BenchHost& host, int step) {
-    frameCase.frame(host, step);
+// Answers the allocations of the measured frames.
+std::uint64_t RunFrames(const FrameCase& frameCase, BenchHost& host, int count) {
+    std::uint64_t allocations = 0;
+    for (int step = 1; step <= count; ++step) {
+        Prepare(frameCase, host, step);
+        const bench::Frame frame = frameCase.frame(step);
+        const std::uint64_t before = s_allocations;
+        MeasuredFrame(host, frame);
+        allocations += s_allocations - before;
+    }
+    return allocations;
 }
 
 // Answers the allocations of one frame; throws when the frames do not do what they are measured for.
 double CheckCase(const FrameCase& frameCase, BenchHost& host) {
-    RunFrames(frameCase, host, 1, WarmUpFrames, MeasuredFrame);
+    RunFrames(frameCase, host, Steps);
     const std::uint64_t effectsBefore = host.GetEffectCount();
-    std::uint64_t allocations = 0;
-    for (int step = WarmUpFrames + 1; step <= 2 * WarmUpFrames; ++step) {
-        if (frameCase.prepare != nullptr) {
-            frameCase.prepare(host, step);
-        }
-        const std::uint64_t before = s_allocations;
-        MeasuredFrame(frameCase, host, step);
-        allocations += s_allocations - before;
-    }
+    const std::uint64_t allocations = RunFrames(frameCase, host, Steps);
     const std::uint64_t effects = host.GetEffectCount() - effectsBefore;
-    if (frameCase.hasEffect && effects < static_cast<std::uint64_t>(WarmUpFrames)) {
+    if (frameCase.kind == FrameKind::Steady && effects < Steps) {
         throw std::runtime_error(std::string(frameCase.name) + ": a measured frame had no effect");
     }
-    if (!frameCase.isFirstFrame && allocations != 0) {
+    if (frameCase.kind != FrameKind::First && allocations != 0) {
         throw std::runtime_error(std::string(frameCase.name) + ": a steady frame allocates");
     }
-    return static_cast<double>(allocations) / WarmUpFrames;
+    return static_cast<double>(allocations) / Steps;
 }
 
 void RunBenchmark(benchmark::State& state, const FrameCase& frameCase) {
@@ -95,15 +100,19 @@ void RunBenchmark(benchmark::State& state, const FrameCase& frameCase) {
         state.SkipWithError(fault.what());
         return;
     }
-    int step = 0;
+    std::array<bench::Frame, Steps> frames{};
+    for (int step = 0; step < Steps; ++step) {
+        frames[static_cast<std::size_t>(step)] = frameCase.frame(step);
+    }
+    std::size_t step = 0;
     for ([[maybe_unused]] auto iteration : state) {
         if (frameCase.prepare != nullptr) {
             state.PauseTiming();
-            frameCase.prepare(host, step);
+            Prepare(frameCase, host, static_cast<int>(step));
             state.ResumeTiming();
         }
-        frameCase.frame(host, step);
-        step = (step + 1) % 64;
+        MeasuredFrame(host, frames[step]);
+        step = (step + 1) % frames.size();
     }
     state.counters["allocations"] = allocations;
 }
@@ -114,7 +123,7 @@ int CountFrames(const char* name, int frames) {
         if (std::strcmp(frameCase.name, name) == 0) {
             BenchHost host(TOUCHNAV_PLUGIN);
             frameCase.setUp(host);
-            RunFrames(frameCase, host, 1, frames, MeasuredFrame);
+            RunFrames(frameCase, host, frames);
             return 0;
         }
     }

@@ -1,15 +1,12 @@
 #include "bench/FrameCases.h"
 
-#include "host/workflow/Msg.h"
-
 #include <array>
+#include <cmath>
 #include <cstddef>
 #include <utility>
 
 namespace bench {
 namespace {
-
-using Integers = workflow::TouchMsg::Integers;
 
 constexpr int Down = 2;
 constexpr int Move = 1;
@@ -19,16 +16,10 @@ struct Finger {
     int y;
 };
 
-template <std::size_t... Index>
-void CallHandler(workflow::SimpleWorkflow& workflow, const Integers& integers,
-                 std::index_sequence<Index...> /*indices*/) {
-    workflow.OnMsgTouch(integers[Index]...);
-}
-
 // One frame in which all the fingers have the same flags. Time stamps must differ from frame to frame only where a
 // finger lifts, which none does here.
-void Send(BenchHost& host, std::span<const Finger> fingers, int flags) {
-    Integers integers{};
+Frame MakeFrame(std::span<const Finger> fingers, int flags) {
+    Frame integers{};
     integers[1] = static_cast<int>(fingers.size());
     for (std::size_t i = 0; i < 10; ++i) {
         int* record = &integers[2 + 5 * i];
@@ -42,7 +33,7 @@ void Send(BenchHost& host, std::span<const Finger> fingers, int flags) {
         record[3] = 1000;
         record[4] = flags;
     }
-    CallHandler(host.GetWorkflow(), integers, std::make_index_sequence<workflow::TouchMsg::IntegerCount>());
+    return integers;
 }
 
 // To and fro, so that a case can run for ever; never twice the same position in a row.
@@ -51,14 +42,14 @@ int Swing(int step) {
     return phase < 32 ? phase : 64 - phase;
 }
 
-void OneFinger(BenchHost& host, int step) {
+Frame OneFinger(int step) {
     const std::array<Finger, 1> fingers = {{{700 + 4 * Swing(step), 400 + 2 * Swing(step)}}};
-    Send(host, fingers, Move);
+    return MakeFrame(fingers, Move);
 }
 
-void OneFingerDown(BenchHost& host, int /*step*/) {
+Frame OneFingerDown(int /*step*/) {
     const std::array<Finger, 1> fingers = {{{640, 400}}};
-    Send(host, fingers, Down);
+    return MakeFrame(fingers, Down);
 }
 
 void OpenOrthographic(BenchHost& host) {
@@ -77,6 +68,10 @@ void OpenTwoHandsExplore(BenchHost& host) {
     host.OpenShapeView(false, "explore", "HXAPP_TOUCH_TWO_HANDS_EXPLORE");
 }
 
+void OpenFloor(BenchHost& host) {
+    host.OpenFloor();
+}
+
 void OpenPage(BenchHost& host) {
     host.OpenPage();
 }
@@ -84,51 +79,60 @@ void OpenPage(BenchHost& host) {
 // A finger that rests before it has left its start moves nothing.
 void SetUpRest(BenchHost& host) {
     OpenOrthographic(host);
-    OneFingerDown(host, 0);
+    Deliver(host, OneFingerDown(0));
 }
 
-void RestingFinger(BenchHost& host, int /*step*/) {
+Frame RestingFinger(int /*step*/) {
     const std::array<Finger, 1> fingers = {{{645, 400}}};
-    Send(host, fingers, Move);
+    return MakeFrame(fingers, Move);
 }
 
 // Two fingers one inch apart: too close for pinch and twist.
-void TwoFingersPan(BenchHost& host, int step) {
+Frame TwoFingersPan(int step) {
     const std::array<Finger, 2> fingers = {{{500 + 4 * Swing(step), 400}, {596 + 4 * Swing(step), 420}}};
-    Send(host, fingers, Move);
+    return MakeFrame(fingers, Move);
 }
 
 // Two fingers about the middle of the view, opened by up to twice 128 pixels.
-void TwoFingersPinch(BenchHost& host, int step) {
+Frame TwoFingersPinch(int step) {
     const int spread = 200 + 4 * Swing(step);
     const std::array<Finger, 2> fingers = {{{640 - spread, 380}, {640 + spread, 420}}};
-    Send(host, fingers, Move);
+    return MakeFrame(fingers, Move);
 }
 
-// Two fingers whose line turns by up to half a radian.
-void TwoFingersTwist(BenchHost& host, int step) {
-    const std::array<Finger, 2> fingers = {{{440, 400 + 4 * Swing(step)}, {840, 400 - 4 * Swing(step)}}};
-    Send(host, fingers, Move);
+// Two fingers on a circle about the middle of the view: their line turns by up to half a radian, nothing else changes.
+Frame TwoFingersTwist(int step) {
+    const double angle = Swing(step) / 64.0;
+    const int x = static_cast<int>(std::lround(200 * std::cos(angle)));
+    const int y = static_cast<int>(std::lround(200 * std::sin(angle)));
+    const std::array<Finger, 2> fingers = {{{640 - x, 400 - y}, {640 + x, 400 + y}}};
+    return MakeFrame(fingers, Move);
 }
 
-using Step = void(BenchHost& host, int step);
+// The same with the circle wandering and growing: pan, pinch and twist in every frame.
+Frame TwoFingersAll(int step) {
+    const std::array<Finger, 2> fingers = {{{440, 400 + 5 * Swing(step)}, {840 + Swing(step), 400 - 5 * Swing(step)}}};
+    return MakeFrame(fingers, Move);
+}
+
+using Step = Frame(int step);
 
 // Opens a view and brings a gesture to where its frames are steady: the finger or fingers go far enough to begin
 // everything that the gesture can begin, and come back.
-template <void Open(BenchHost&), Step Frame>
+template <void Open(BenchHost&), Step Next>
 void Start(BenchHost& host) {
     Open(host);
-    OneFingerDown(host, 0);
-    Frame(host, 0);
-    Frame(host, 31);
-    Frame(host, 0);
+    Deliver(host, OneFingerDown(0));
+    for (const int step : {0, 31, 0}) {
+        Deliver(host, Next(step));
+    }
 }
 
 // A three-finger hold would switch the mode, but takes ticks; a drag case needs multi-select mode only once, so the
 // hold is told by its time stamps.
 void SetUpDrag(BenchHost& host) {
     OpenOrthographic(host);
-    Integers hold{};
+    Frame hold{};
     hold[1] = 3;
     for (std::size_t i = 0; i < 10; ++i) {
         int* record = &hold[2 + 5 * i];
@@ -138,47 +142,59 @@ void SetUpDrag(BenchHost& host) {
         record[3] = 1000;
         record[4] = Down;
     }
-    constexpr auto indices = std::make_index_sequence<workflow::TouchMsg::IntegerCount>();
-    CallHandler(host.GetWorkflow(), hold, indices);
+    Deliver(host, hold);
     for (std::size_t i = 0; i < 3; ++i) {
         hold[5 + 5 * i] = 4050;
         hold[6 + 5 * i] = Move;
     }
-    CallHandler(host.GetWorkflow(), hold, indices);
+    Deliver(host, hold);
     host.GetWorkflow().OnMsgTimer(5000, 10);
-    OneFingerDown(host, 0);
+    Deliver(host, OneFingerDown(0));
 }
 
 template <std::size_t Count>
-void FirstFrame(BenchHost& host, int step) {
+Frame FirstFrame(int step) {
     std::array<Finger, Count> fingers{};
     for (std::size_t i = 0; i < Count; ++i) {
         fingers[i] = {300 + 70 * static_cast<int>(i), 300 + Swing(step)};
     }
-    Send(host, fingers, Move);
+    return MakeFrame(fingers, Move);
 }
 
 constexpr FrameCase Cases[] = {
-    {"FirstFrame/1", OpenOrthographic, nullptr, OneFingerDown, false, true},
-    {"FirstFrame/2", OpenOrthographic, OneFingerDown, FirstFrame<2>, false, true},
-    {"FirstFrame/5", OpenOrthographic, OneFingerDown, FirstFrame<5>, false, true},
-    {"FirstFrame/10", OpenOrthographic, OneFingerDown, FirstFrame<10>, false, true},
-    {"RestingFinger", SetUpRest, nullptr, RestingFinger, false, false},
-    {"SpinStep", Start<OpenOrthographic, OneFinger>, nullptr, OneFinger, true, false},
-    {"LookAroundStep", Start<OpenExplore, OneFinger>, nullptr, OneFinger, true, false},
-    {"PanOrthographic", Start<OpenOrthographic, TwoFingersPan>, nullptr, TwoFingersPan, true, false},
-    {"PanPerspective", Start<OpenPerspective, TwoFingersPan>, nullptr, TwoFingersPan, true, false},
-    {"PinchOrthographic", Start<OpenOrthographic, TwoFingersPinch>, nullptr, TwoFingersPinch, true, false},
-    {"PinchPerspective", Start<OpenPerspective, TwoFingersPinch>, nullptr, TwoFingersPinch, true, false},
-    {"Twist", Start<OpenOrthographic, TwoFingersTwist>, nullptr, TwoFingersTwist, true, false},
-    {"OneHandFlight", Start<OpenExplore, TwoFingersPinch>, nullptr, TwoFingersPinch, true, false},
-    {"TwoHandsFlight", Start<OpenTwoHandsExplore, TwoFingersPinch>, nullptr, TwoFingersPinch, true, false},
-    {"Drag", SetUpDrag, nullptr, OneFinger, true, false},
-    {"Pan2D", Start<OpenPage, OneFinger>, nullptr, OneFinger, true, false},
-    {"Pinch2D", Start<OpenPage, TwoFingersPinch>, nullptr, TwoFingersPinch, true, false},
+    {"Floor", FrameKind::Floor, OpenFloor, nullptr, OneFinger},
+    {"FirstFrame/1", FrameKind::First, OpenOrthographic, nullptr, OneFingerDown},
+    {"FirstFrame/2", FrameKind::First, OpenOrthographic, OneFingerDown, FirstFrame<2>},
+    {"FirstFrame/5", FrameKind::First, OpenOrthographic, OneFingerDown, FirstFrame<5>},
+    {"FirstFrame/10", FrameKind::First, OpenOrthographic, OneFingerDown, FirstFrame<10>},
+    {"RestingFinger", FrameKind::Resting, SetUpRest, nullptr, RestingFinger},
+    {"SpinStep", FrameKind::Steady, Start<OpenOrthographic, OneFinger>, nullptr, OneFinger},
+    {"LookAroundStep", FrameKind::Steady, Start<OpenExplore, OneFinger>, nullptr, OneFinger},
+    {"PanOrthographic", FrameKind::Steady, Start<OpenOrthographic, TwoFingersPan>, nullptr, TwoFingersPan},
+    {"PanPerspective", FrameKind::Steady, Start<OpenPerspective, TwoFingersPan>, nullptr, TwoFingersPan},
+    {"PinchOrthographic", FrameKind::Steady, Start<OpenOrthographic, TwoFingersPinch>, nullptr, TwoFingersPinch},
+    {"PinchPerspective", FrameKind::Steady, Start<OpenPerspective, TwoFingersPinch>, nullptr, TwoFingersPinch},
+    {"TwistOrthographic", FrameKind::Steady, Start<OpenOrthographic, TwoFingersTwist>, nullptr, TwoFingersTwist},
+    {"TwistPerspective", FrameKind::Steady, Start<OpenPerspective, TwoFingersTwist>, nullptr, TwoFingersTwist},
+    {"PanPinchTwistOrthographic", FrameKind::Steady, Start<OpenOrthographic, TwoFingersAll>, nullptr, TwoFingersAll},
+    {"PanPinchTwistPerspective", FrameKind::Steady, Start<OpenPerspective, TwoFingersAll>, nullptr, TwoFingersAll},
+    {"OneHandFlight", FrameKind::Steady, Start<OpenExplore, TwoFingersPinch>, nullptr, TwoFingersPinch},
+    {"TwoHandsFlight", FrameKind::Steady, Start<OpenTwoHandsExplore, TwoFingersPinch>, nullptr, TwoFingersPinch},
+    {"Drag", FrameKind::Steady, SetUpDrag, nullptr, OneFinger},
+    {"Pan2D", FrameKind::Steady, Start<OpenPage, OneFinger>, nullptr, OneFinger},
+    {"Pinch2D", FrameKind::Steady, Start<OpenPage, TwoFingersPinch>, nullptr, TwoFingersPinch},
 };
 
+template <std::size_t... Index>
+void CallHandler(workflow::SimpleWorkflow& workflow, const Frame& frame, std::index_sequence<Index...> /*indices*/) {
+    workflow.OnMsgTouch(frame[Index]...);
+}
+
 }  // namespace
+
+void Deliver(BenchHost& host, const Frame& frame) {
+    CallHandler(host.GetWorkflow(), frame, std::make_index_sequence<workflow::TouchMsg::IntegerCount>());
+}
 
 std::span<const FrameCase> GetFrameCases() {
     return Cases;

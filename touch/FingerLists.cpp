@@ -11,10 +11,22 @@ void TouchWorkflow::AddFingerList(TouchState state) {
     const auto same = [&](const TouchState& finger) { return finger.id == state.id; };
     const auto known = std::find_if(m_fingerList.begin(), m_fingerList.end(), same);
     if (known == m_fingerList.end()) {
-        m_fingerList.push_back(state);
+        AppendFinger(m_fingerList, state);
         return;
     }
     known->Update(state.id, state.currentX, state.currentY, state.currentTime, state.state);
+}
+
+void TouchWorkflow::AppendFinger(std::list<TouchState>& fingers, const TouchState& state) {
+    if (m_spareFingers.empty()) {
+        m_spareFingers.emplace_back();
+    }
+    m_spareFingers.front() = state;
+    fingers.splice(fingers.end(), m_spareFingers, m_spareFingers.begin());
+}
+
+void TouchWorkflow::RemoveFingers(std::list<TouchState>& fingers) {
+    m_spareFingers.splice(m_spareFingers.end(), fingers);
 }
 
 void TouchWorkflow::ResetTouchStates() {
@@ -29,9 +41,9 @@ void TouchWorkflow::ResetTouchStates() {
     m_zoomStarted = false;
     m_threeFingerToggled = false;
     m_tapClickPending = false;
-    m_fingerList.clear();
-    m_leftHandList.clear();
-    m_rightHandList.clear();
+    RemoveFingers(m_fingerList);
+    RemoveFingers(m_leftHandList);
+    RemoveFingers(m_rightHandList);
     m_leftHandCenter = dg::DPoint2D::BAD;
     m_rightHandCenter = dg::DPoint2D::BAD;
     m_leftHandSize = 0;

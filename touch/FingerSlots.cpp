@@ -1,30 +1,18 @@
-// The slot table: every finger seen since the last reset, lifted ones included. Decides where a finger is kept, whether
-// it has left its start, and whether a one-finger touch has just begun or ended. Distances are measured from the start,
-// so a slow drift counts. Tested by tests/component/FingerSlotsTest.cpp.
+// The slot table: every finger seen since the last reset, lifted ones included. It fills from the front and is cleared
+// as a whole, so that the first free slot ends it. Decides where a finger is kept, whether it has left its start, and
+// whether a one-finger touch has just begun or ended. Distances are measured from the start, so a slow drift counts.
+// Tested by tests/component/FingerSlotsTest.cpp.
 #include "host/dg/Conversion.h"
 #include "touch/FingerMotion.h"
 #include "touch/TouchWorkflow.h"
 
+#include <utility>
+
 namespace touch {
-namespace {
-
-constexpr int MoveFlag = 1;
-constexpr int DownFlag = 2;
-constexpr int UpFlag = 4;
-
-}  // namespace
 
 int TouchWorkflow::GetMatchedSlotNumber(int id) const {
-    int firstFree = -1;
-    for (std::size_t i = 0; i < m_touchStates.size(); ++i) {
-        if (m_touchStates[i].id == id) {
-            return static_cast<int>(i);
-        }
-        if (firstFree < 0 && m_touchStates[i].id == FreeSlotId) {
-            firstFree = static_cast<int>(i);
-        }
-    }
-    return firstFree;
+    const TouchState* slot = FindSlot(id);
+    return slot == nullptr ? -1 : static_cast<int>(slot - m_touchStates.data());
 }
 
 int TouchWorkflow::GetMatchedId(int slot) const {
@@ -33,23 +21,16 @@ int TouchWorkflow::GetMatchedId(int slot) const {
 }
 
 TouchState* TouchWorkflow::FindSlot(int id) {
-    const int slot = GetMatchedSlotNumber(id);
-    return slot < 0 ? nullptr : &m_touchStates[static_cast<std::size_t>(slot)];
+    return const_cast<TouchState*>(std::as_const(*this).FindSlot(id));
 }
 
 const TouchState* TouchWorkflow::FindSlot(int id) const {
-    const int slot = GetMatchedSlotNumber(id);
-    return slot < 0 ? nullptr : &m_touchStates[static_cast<std::size_t>(slot)];
-}
-
-TSType TouchWorkflow::GetTouchState(int flags) {
-    if ((flags & DownFlag) != 0) {
-        return TSDown;
+    for (const TouchState& slot : m_touchStates) {
+        if (slot.id == id || slot.id == FreeSlotId) {
+            return &slot;
+        }
     }
-    if ((flags & MoveFlag) != 0) {
-        return TSMove;
-    }
-    return (flags & UpFlag) != 0 ? TSUp : TSNone;
+    return nullptr;
 }
 
 bool TouchWorkflow::GetFingerIsMoving(int id, int x, int y, bool byIndex) {

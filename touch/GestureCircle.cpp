@@ -1,6 +1,7 @@
 // The gesture circle: several fingers read as one circle with a centre, a diameter (the span) and a direction. With two
 // hands it stands on their centres, with one hand on its outer fingers. Decides when a pinch and when a twist has
 // begun; both last until the touch ends. Tested by tests/component/GestureCircleTest.cpp.
+#include "host/dg/Conversion.h"
 #include "touch/TouchWorkflow.h"
 
 #include <cmath>
@@ -14,6 +15,10 @@ double FoldToFullTurn(double angle) {
     return angle < 0 ? angle + 2 * std::numbers::pi : angle;
 }
 
+PixelPosition ToPixel(const dg::DPoint2D& point) {
+    return {dg::TruncateToInt32(point.x), dg::TruncateToInt32(point.y)};
+}
+
 }  // namespace
 
 // Writes the centre and the span, and the direction, from the right to the left, to `angle`. Without fingers everything
@@ -22,17 +27,19 @@ void TouchWorkflow::MeasureGestureCircle(double& angle) {
     if (!m_leftHandList.empty()) {
         const dg::DPoint2D& left = m_leftHandCenter;
         const dg::DPoint2D& right = m_rightHandCenter;
-        angle = FoldToFullTurn(GetRotationAngle(right, left));
+        const PixelPosition l = ToPixel(left);
+        const PixelPosition r = ToPixel(right);
+        angle = FoldToFullTurn(GetRotationAngle(l.x, r.x, l.y, r.y));
         m_gestureCenter = {(right.x + left.x) * 0.5, (right.y + left.y) * 0.5};
-        m_gestureSpan = DistanceBetweenPoints(left, right);
+        m_gestureSpan = DistanceBetweenPoints(l.x, r.x, l.y, r.y);
         return;
     }
     if (m_rightHandList.empty()) {
         return;
     }
-    const dg::DPoint2D first = GetFingerPosition(m_rightHandList.front().id);
-    const dg::DPoint2D last = GetFingerPosition(m_rightHandList.back().id);
-    angle = FoldToFullTurn(GetRotationAngle(last, first));
+    const PixelPosition first = GetFingerPixel(m_rightHandList.front().id);
+    const PixelPosition last = GetFingerPixel(m_rightHandList.back().id);
+    angle = FoldToFullTurn(GetRotationAngle(first.x, last.x, first.y, last.y));
     m_gestureCenter = m_rightHandCenter;
     m_gestureSpan = m_rightHandSize;
 }
@@ -43,16 +50,18 @@ void TouchWorkflow::UpdateGestureCircle() {
 }
 
 void TouchWorkflow::CheckGestureCircle() {
-    if (AreFingersTooClose()) {
+    const bool pinch = !m_zoomStarted && IsPinch();
+    const bool twist = !m_rotationStarted && std::abs(m_gestureAngle - m_startGestureAngle) > TwistThresholdRad;
+    if ((!pinch && !twist) || AreFingersTooClose()) {
         return;
     }
-    if (!m_zoomStarted && IsPinch()) {
+    if (pinch) {
         RequestBounds();
         m_startGestureSpan = m_gestureSpan;
         m_lastZoomSpan = m_gestureSpan;
         m_zoomStarted = true;
     }
-    if (!m_rotationStarted && std::abs(m_gestureAngle - m_startGestureAngle) > TwistThresholdRad) {
+    if (twist) {
         m_lastGestureAngle = m_gestureAngle;
         m_rotationStarted = true;
     }

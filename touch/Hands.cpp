@@ -3,6 +3,7 @@
 // fixed when the fingers are grouped; its measures are read live. Tested by tests/component/HandsTest.cpp.
 #include "touch/TouchWorkflow.h"
 
+#include <algorithm>
 #include <cmath>
 #include <iterator>
 
@@ -43,13 +44,18 @@ void TouchWorkflow::GroupFingers() {
             }
         }
     }
+    RemoveFingers(m_leftHandList);
+    RemoveFingers(m_rightHandList);
+    // One hand is the right one.
     if (split == m_fingerList.end()) {
-        m_leftHandList.clear();
-        m_rightHandList = m_fingerList;
-        return;
+        split = m_fingerList.begin();
     }
-    m_leftHandList.assign(m_fingerList.begin(), split);
-    m_rightHandList.assign(split, m_fingerList.end());
+    for (auto finger = m_fingerList.begin(); finger != split; ++finger) {
+        AppendFinger(m_leftHandList, *finger);
+    }
+    for (auto finger = split; finger != m_fingerList.end(); ++finger) {
+        AppendFinger(m_rightHandList, *finger);
+    }
 }
 
 void TouchWorkflow::GetHandsProperties() {
@@ -57,10 +63,15 @@ void TouchWorkflow::GetHandsProperties() {
         if (hand.empty()) {
             return;
         }
-        dg::DBox2D box = dg::DBox2D::EMPTY;
-        for (const TouchState& finger : hand) {
-            box.Enclose(GetFingerPosition(finger.id));
+        PixelPosition low = GetFingerPixel(hand.front().id);
+        PixelPosition high = low;
+        for (auto finger = std::next(hand.begin()); finger != hand.end(); ++finger) {
+            const PixelPosition place = GetFingerPixel(finger->id);
+            low = {std::min(low.x, place.x), std::min(low.y, place.y)};
+            high = {std::max(high.x, place.x), std::max(high.y, place.y)};
         }
+        const dg::DBox2D box{{static_cast<double>(low.x), static_cast<double>(low.y)},
+                             {static_cast<double>(high.x), static_cast<double>(high.y)}};
         center = box.GetCenter();
         size = box.GetDiagonal();
     };
@@ -69,7 +80,7 @@ void TouchWorkflow::GetHandsProperties() {
 }
 
 bool TouchWorkflow::GetExploreEnabled() const {
-    return m_shapeView && m_shapeView->GetNavMethod() == ExploreMethod;
+    return m_frameShapeView->GetNavMethod() == ExploreMethod;
 }
 
 dg::DVec2 TouchWorkflow::GetExploreFlyDelta() {
@@ -81,7 +92,7 @@ dg::DVec2 TouchWorkflow::GetExploreFlyDelta() {
     }
     const double bandX = m_viewPixelWidth / FlyBandsPerView;
     const double bandY = m_viewPixelHeight / FlyBandsPerView;
-    return {ReduceByBand(dx, bandX) / bandX * m_zoomStep, dy / bandY * m_zoomStep * m_shapeView->GetNavSpeed()};
+    return {ReduceByBand(dx, bandX) / bandX * m_zoomStep, dy / bandY * m_zoomStep * m_frameShapeView->GetNavSpeed()};
 }
 
 double TouchWorkflow::GetExploreLeftTouchXDelta(double deadZone) const {

@@ -8,7 +8,7 @@ namespace touch {
 
 bool TouchWorkflow::OnMsgMode(const du::Symbol& workflowName, const du::Symbol& mode,
                               const du::SmartPtr<du::RefCounted>& data, int /*value*/) {
-    return Guarded([&] {
+    return Guarded(*this, [&] {
         // Preferences are the host's, not one workflow's: they are taken whoever they are addressed to.
         if (mode == "update_preferences") {
             const du::SmartPtr<hxk::Preferences> preferences(dynamic_cast<hxk::Preferences*>(data.Get()));
@@ -29,7 +29,7 @@ bool TouchWorkflow::OnMsgMode(const du::Symbol& workflowName, const du::Symbol& 
 }
 
 void TouchWorkflow::SetView(const du::SmartPtr<hxk::View>& view) {
-    Guarded([&] {
+    Guarded(*this, [&] {
         SimpleWorkflow::SetView(view);
         if (!view) {
             return false;

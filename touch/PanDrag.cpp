@@ -15,7 +15,7 @@ bool TouchWorkflow::ProcessPan() {
         StartPan();
         return true;
     }
-    if (m_dontPan || DontUpdateView()) {
+    if (m_dontPan || m_fingerLifted) {
         return true;
     }
     if (m_orthographic) {

@@ -13,17 +13,14 @@
 namespace touch {
 
 void TouchWorkflow::RequestBounds() {
-    if (!m_shapeView) {
-        return;
-    }
-    if (m_boundsEvent) {
-        m_boundsEvent->Cancel();
+    if (const du::SmartPtr<TouchGetBoundsEvent> earlier = m_boundsEvent) {
+        earlier->Cancel();
     }
     // Held here too: the host may answer, and so end the request, before it returns.
     const du::SmartPtr<TouchGetBoundsEvent> request(new TouchGetBoundsEvent(du::SmartPtr<TouchWorkflow>(this)));
     m_boundsEvent = request;
     if (ManageObject(request)) {
-        m_shapeView->GetBoundingBox(false, true, request.Get());
+        m_frameShapeView->GetBoundingBox(false, true, request.Get());
         return;
     }
     const dp::HXTracer tracer("touch", "TouchWorkflow");

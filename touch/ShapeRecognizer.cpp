@@ -3,9 +3,26 @@
 // Tested by tests/component/ShapeRecognizerTest.cpp.
 #include "touch/TouchWorkflow.h"
 
-#include <algorithm>
+#include <iterator>
 
 namespace touch {
+namespace {
+
+// Stable, and cheap for fingers that come in order, as they mostly do.
+void SortLeftToRight(std::list<TouchState>& fingers) {
+    for (auto next = fingers.begin(); next != fingers.end();) {
+        const auto finger = next++;
+        auto place = finger;
+        while (place != fingers.begin() && GetPosition(*finger).x < GetPosition(*std::prev(place)).x) {
+            --place;
+        }
+        if (place != finger) {
+            fingers.splice(place, fingers, finger);
+        }
+    }
+}
+
+}  // namespace
 
 void TouchWorkflow::RecognizeGesture() {
     // The last count is written after the processors have run, so that they see the change too.
@@ -53,12 +70,20 @@ void TouchWorkflow::ClassifyGesture(GestureType oneFinger, GestureType severalFi
 
 void TouchWorkflow::UpdateGesture() {
     for (const TouchState& slot : m_touchStates) {
-        if (slot.id != FreeSlotId && slot.state != TSNone) {
+        if (slot.id == FreeSlotId) {
+            break;
+        }
+        if (slot.state != TSNone) {
             AddFingerList(slot);
         }
     }
-    m_fingerList.remove_if([](const TouchState& f) { return f.state == TSNone || f.state == TSUp; });
-    m_fingerList.sort([](const TouchState& a, const TouchState& b) { return GetPosition(a).x < GetPosition(b).x; });
+    for (auto next = m_fingerList.begin(); next != m_fingerList.end();) {
+        const auto finger = next++;
+        if (finger->state == TSNone || finger->state == TSUp) {
+            m_spareFingers.splice(m_spareFingers.end(), m_fingerList, finger);
+        }
+    }
+    SortLeftToRight(m_fingerList);
     GroupFingers();
     GetHandsProperties();
     m_firstFingerId = m_fingerList.empty() ? FreeSlotId : m_fingerList.front().id;
@@ -67,11 +92,12 @@ void TouchWorkflow::UpdateGesture() {
 }
 
 bool TouchWorkflow::processShapeViewGesture() {
-    const hxk::Observable::UpdateGroup group{du::SmartPtr<hxk::Observable>(m_shapeView)};
+    const hxk::Observable::UpdateGroup group(m_frameShapeView.Get());
     bool used = false;
     switch (m_gesture) {
     case GestureSpin: used = ProcessSpin(); break;
     case GesturePanZoomRotate:
+        m_fingerLifted = DontUpdateView();
         // Pan takes the references of all three on the first frame, so it goes first.
         ProcessPan();
         ProcessZoom();
@@ -90,9 +116,15 @@ bool TouchWorkflow::processShapeViewGesture() {
 }
 
 bool TouchWorkflow::DontUpdateView() const {
-    return std::any_of(m_touchStates.begin(), m_touchStates.end(), [&](const TouchState& slot) {
-        return slot.id != FreeSlotId && slot.startTime != 0 && slot.currentTime == m_touchTime && slot.state == TSUp;
-    });
+    for (const TouchState& slot : m_touchStates) {
+        if (slot.id == FreeSlotId) {
+            return false;
+        }
+        if (slot.startTime != 0 && slot.currentTime == m_touchTime && slot.state == TSUp) {
+            return true;
+        }
+    }
+    return false;
 }
 
 }  // namespace touch

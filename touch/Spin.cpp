@@ -63,7 +63,7 @@ void TouchWorkflow::SingleFinger3DInitialize(int x, int y, bool started) {
             manager->StopTransition();
         }
     }
-    m_shapeView->GetSpinCenter(m_spinCenter);
+    m_frameShapeView->GetSpinCenter(m_spinCenter);
     const dg::DVec2 middle = GetPixelCenter();
     const double radius = TrackballRadiusShare * (middle.x > middle.y ? middle.y : middle.x);
     const dg::DPoint3D point(x, y, 0);
@@ -101,14 +101,14 @@ bool TouchWorkflow::MoveSpin(TouchState& finger) {
 // Turns the camera in place, from the current finger ray back toward the previous one.
 void TouchWorkflow::LookAround(int x, int y) {
     dg::Camera3D camera;
-    m_shapeView->GetCamera(camera);
+    m_frameShapeView->GetCamera(camera);
     dg::Location location = camera.GetLocation();
     dg::DVec3 ray = GetViewPlaneTouch3(x, y);
     ray.Normalize();
     const AxisAngle back = ToAxisAngle(QuaternionFromTo(ray, m_lookRay));
     const dg::Quaternion<float> turn = QuaternionFromAxisAngle(back.axis, LookAroundShare * back.angle);
     location.SetMat(dg::FMat33::Rotation(turn) * location.GetMat());
-    m_shapeView->SetCameraLocation(location);
+    m_frameShapeView->SetCameraLocation(location);
     m_lookRay = ray;
 }
 
@@ -117,12 +117,12 @@ void TouchWorkflow::SpinTrackball(int x, int y) {
     dg::Quaternion<float> turn = m_spinTrackball.Drag(dg::DPoint3D(x, y, 0));
     InvertQuaternion(turn);
     dg::Camera3D camera;
-    m_shapeView->GetCamera(camera);
+    m_frameShapeView->GetCamera(camera);
     dg::Location location = camera.GetLocation();
     RotateVectorByLocation(turn, location);
     location = location * dg::DMat44::Rotation(m_spinCenter, turn);
     location.Sanitize();
-    m_shapeView->SetCameraLocation(location);
+    m_frameShapeView->SetCameraLocation(location);
     ShowSpinCenterMarkup();
 }
 
@@ -130,15 +130,18 @@ void TouchWorkflow::ShowSpinCenterMarkup() {
     if (!m_spinCenterMarkup || m_spinCenterMarkupShown) {
         return;
     }
-    m_spinCenterMarkup->MoveSpinCenterMarkup(m_spinCenter);
-    m_spinCenterMarkup->NotifyContentChanged();
-    m_shapeView->AddMarkup(m_spinCenterMarkup);
+    // Held: whoever hears of the change may switch the markup off.
+    const du::SmartPtr<SpinCenterMarkup> markup = m_spinCenterMarkup;
+    markup->MoveSpinCenterMarkup(m_spinCenter);
+    markup->NotifyContentChanged();
+    m_frameShapeView->AddMarkup(markup);
     m_spinCenterMarkupShown = true;
 }
 
 void TouchWorkflow::HideSpinCenterMarkup() {
-    if (m_spinCenterMarkupShown && m_shapeView && m_spinCenterMarkup) {
-        m_shapeView->RemoveMarkup(m_spinCenterMarkup);
+    const du::SmartPtr<SpinCenterMarkup> markup = m_spinCenterMarkup;
+    if (m_spinCenterMarkupShown && markup) {
+        m_frameShapeView->RemoveMarkup(markup);
     }
     m_spinCenterMarkupShown = false;
 }

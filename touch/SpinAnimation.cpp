@@ -28,9 +28,9 @@ void TouchWorkflow::StartSpinAnimation() {
         return;
     }
     dg::Camera3D camera;
-    m_shapeView->GetCamera(camera);
+    m_frameShapeView->GetCamera(camera);
     du::SmartPtr<hxk::Scene> scene;
-    m_shapeView->GetScene(scene);
+    m_frameShapeView->GetScene(scene);
     manager->StopTransition();
     const std::int64_t context = manager->GetTransitionContext(0);
     const dg::Location start = camera.GetLocation();
@@ -42,7 +42,7 @@ void TouchWorkflow::StartSpinAnimation() {
     spin->startDelay = 0;
     spin->duration = CoastDurationMs;
     spin->scene = scene;
-    spin->view = m_shapeView;
+    spin->view = m_frameShapeView.Get();
     spin->start = start;
     spin->end = end;
     spin->spinCenter = m_spinCenter;
@@ -54,7 +54,7 @@ void TouchWorkflow::StartSpinAnimation() {
 }
 
 void TouchWorkflow::ApplyGestureCamera(const dg::Location& location) {
-    m_shapeView->SetCameraLocation(location);
+    m_frameShapeView->SetCameraLocation(location);
     m_viewChanged = true;
 }
 

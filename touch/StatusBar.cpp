@@ -13,14 +13,18 @@ constexpr int StatusSlot = 1;
 }  // namespace
 
 bool TouchWorkflow::OnMsgUpdateStatusBar() {
-    return Guarded([&] {
+    return Guarded(*this, [&] {
         if (!m_touchSeen) {
             return false;
         }
-        SetStatusBarMessage();
-        UpdateStatusMessage();
+        ShowTouchMode();
         return true;
     });
+}
+
+void TouchWorkflow::ShowTouchMode() {
+    SetStatusBarMessage();
+    UpdateStatusMessage();
 }
 
 void TouchWorkflow::SetStatusBarMessage() {

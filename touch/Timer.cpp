@@ -8,7 +8,7 @@
 namespace touch {
 
 bool TouchWorkflow::OnMsgTimer(long long now, long long interval) {
-    return Guarded([&] {
+    return Guarded(*this, [&] {
         if (m_markupMode) {
             return false;
         }

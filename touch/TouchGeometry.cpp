@@ -31,10 +31,9 @@ double TouchWorkflow::GetRotationAngle(dg::DPoint2D p1, dg::DPoint2D p2) const {
 }
 
 double TouchWorkflow::GetTwoFingerDistance(int id1, int id2) const {
-    const dg::DPoint2D p1 = GetFingerPosition(id1);
-    const dg::DPoint2D p2 = GetFingerPosition(id2);
-    return GetTwoFingerDistance(TruncateToInt32(p1.x), TruncateToInt32(p1.y), TruncateToInt32(p2.x),
-                                TruncateToInt32(p2.y));
+    const PixelPosition p1 = GetFingerPixel(id1);
+    const PixelPosition p2 = GetFingerPixel(id2);
+    return GetTwoFingerDistance(p1.x, p1.y, p2.x, p2.y);
 }
 
 double TouchWorkflow::GetTwoFingerDistance(int x1, int y1, int x2, int y2) const {
@@ -43,12 +42,13 @@ double TouchWorkflow::GetTwoFingerDistance(int x1, int y1, int x2, int y2) const
     return std::sqrt(dx * dx + dy * dy);
 }
 
-dg::DPoint2D TouchWorkflow::GetFingerPosition(int id) const {
+PixelPosition TouchWorkflow::GetFingerPixel(int id) const {
     const TouchState* finger = FindSlot(id);
-    if (finger == nullptr) {
-        return {};
-    }
-    const PixelPosition position = GetPosition(*finger);
+    return finger == nullptr ? PixelPosition{} : GetPosition(*finger);
+}
+
+dg::DPoint2D TouchWorkflow::GetFingerPosition(int id) const {
+    const PixelPosition position = GetFingerPixel(id);
     return {static_cast<double>(position.x), static_cast<double>(position.y)};
 }
 
@@ -59,7 +59,7 @@ void TouchWorkflow::GetWorldDistance() {
     const dg::DVec3 size = m_modelBounds.GetSize();
     const double mean = (size.y + size.x + size.z) / 3.0;
     dg::Camera3D camera;
-    m_shapeView->GetCamera(camera);
+    du::SmartPtr<hxk::ShapeView>(m_shapeView)->GetCamera(camera);
     dg::DBox eyeBox = m_modelBounds;
     eyeBox *= camera.GetWorldToEye();
     const double depth = std::max(std::abs(eyeBox.min.z), std::abs(eyeBox.max.z));

@@ -20,7 +20,7 @@ du::Symbol TouchGetBoundsEvent::GetClassName() const {
 }
 
 void TouchGetBoundsEvent::OnComplete(int status) {
-    Guarded([&] {
+    Guarded(*this, [&] {
         // The answer can release this request, and with it the last reference to the workflow.
         const du::SmartPtr<TouchWorkflow> workflow = m_workflow;
         if (!workflow) {

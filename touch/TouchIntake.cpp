@@ -7,6 +7,10 @@
 namespace touch {
 namespace {
 
+constexpr int MoveFlag = 1;
+constexpr int DownFlag = 2;
+constexpr int UpFlag = 4;
+
 bool IsView2D(const hxk::View& view) {
     return view.IsATypeOf(hxk::ImageView::CLASS_TYPE) || view.IsATypeOf(hxk::DrawingView::CLASS_TYPE) ||
            view.IsATypeOf(hxk::DocumentView::CLASS_TYPE) || view.IsATypeOfId(hxk::EcadSchematicViewId) ||
@@ -30,85 +34,98 @@ bool FollowView(du::SmartPtr<Kind>& latest, const du::SmartPtr<hxk::View>& view)
 
 }  // namespace
 
+TSType TouchWorkflow::GetTouchState(int flags) {
+    if ((flags & DownFlag) != 0) {
+        return TSDown;
+    }
+    if ((flags & MoveFlag) != 0) {
+        return TSMove;
+    }
+    return (flags & UpFlag) != 0 ? TSUp : TSNone;
+}
+
 bool TouchWorkflow::OnMsgTouch(int /*reserved*/, int count, int id0, int x0, int y0, int time0, int flags0, int id1,
                                int x1, int y1, int time1, int flags1, int id2, int x2, int y2, int time2, int flags2,
                                int id3, int x3, int y3, int time3, int flags3, int id4, int x4, int y4, int time4,
                                int flags4, int id5, int x5, int y5, int time5, int flags5, int id6, int x6, int y6,
                                int time6, int flags6, int id7, int x7, int y7, int time7, int flags7, int id8, int x8,
                                int y8, int time8, int flags8, int id9, int x9, int y9, int time9, int flags9) {
-    return Guarded([&] {
-        return HandleTouch(count, {{{id0, x0, y0, time0, flags0},
-                                    {id1, x1, y1, time1, flags1},
-                                    {id2, x2, y2, time2, flags2},
-                                    {id3, x3, y3, time3, flags3},
-                                    {id4, x4, y4, time4, flags4},
-                                    {id5, x5, y5, time5, flags5},
-                                    {id6, x6, y6, time6, flags6},
-                                    {id7, x7, y7, time7, flags7},
-                                    {id8, x8, y8, time8, flags8},
-                                    {id9, x9, y9, time9, flags9}}});
+    return Guarded(*this, [&] {
+        m_touchSeen = true;
+        // A status bar that fails stops no gesture.
+        Guarded([&] {
+            ShowTouchMode();
+            return true;
+        });
+        const du::SmartPtr<hxk::View> view = GetView();
+        const FrameKind kind = ClassifyFrame(view);
+        if (kind == FrameKind::None || kind == FrameKind::Other) {
+            return kind == FrameKind::Other;
+        }
+        const bool isShape = kind == FrameKind::Shape;
+        const FrameView<hxk::ShapeView>::Scope shapeScope(m_frameShapeView, isShape ? m_shapeView.Get() : nullptr);
+        const FrameView<hxk::View2D>::Scope pageScope(m_frameView2D, isShape ? nullptr : m_view2D.Get());
+        du::SmartPtr<hxk::Scene> scene;  // held until the frame is processed
+        if (isShape) {
+            view->GetScene(scene);
+        }
+        SaveFingersStatus(count, id0, x0, y0, time0, flags0, id1, x1, y1, time1, flags1, id2, x2, y2, time2, flags2,
+                          id3, x3, y3, time3, flags3, id4, x4, y4, time4, flags4, id5, x5, y5, time5, flags5, id6, x6,
+                          y6, time6, flags6, id7, x7, y7, time7, flags7, id8, x8, y8, time8, flags8, id9, x9, y9, time9,
+                          flags9);
+        if (isShape) {
+            RecognizeGesture();
+            return processShapeViewGesture();
+        }
+        RecognizeGesture2D();
+        return process2DViewGesture();
     });
 }
 
-bool TouchWorkflow::HandleTouch(int count, const std::array<FingerRecord, SlotCount>& records) {
-    m_touchSeen = true;
-    OnMsgUpdateStatusBar();
-    const du::SmartPtr<hxk::View> view = GetView();
+TouchWorkflow::FrameKind TouchWorkflow::ClassifyFrame(const du::SmartPtr<hxk::View>& view) {
     if (!view) {
-        return false;
+        return FrameKind::None;
     }
     if (view->IsATypeOf(hxk::ShapeView::CLASS_TYPE)) {
-        return HandleShapeViewTouch(view, count, records);
+        return FollowView(m_shapeView, view) ? FrameKind::Shape : FrameKind::None;
     }
     if (IsView2D(*view)) {
-        return HandleView2DTouch(view, count, records);
+        return FollowView(m_view2D, view) ? FrameKind::Page : FrameKind::None;
     }
-    return true;
+    return FrameKind::Other;
 }
 
-bool TouchWorkflow::HandleShapeViewTouch(const du::SmartPtr<hxk::View>& view, int count,
-                                         const std::array<FingerRecord, SlotCount>& records) {
-    if (!FollowView(m_shapeView, view)) {
-        return false;
-    }
-    du::SmartPtr<hxk::Scene> scene;  // held until the frame is processed
-    view->GetScene(scene);
-    SaveFingersStatus(count, records);
-    RecognizeGesture();
-    return processShapeViewGesture();
-}
-
-bool TouchWorkflow::HandleView2DTouch(const du::SmartPtr<hxk::View>& view, int count,
-                                      const std::array<FingerRecord, SlotCount>& records) {
-    if (!FollowView(m_view2D, view)) {
-        return false;
-    }
-    SaveFingersStatus(count, records);
-    RecognizeGesture2D();
-    return process2DViewGesture();
-}
-
-void TouchWorkflow::SaveFingersStatus(int count, const std::array<FingerRecord, SlotCount>& records) {
-    if (count == 1 && GetTouchState(records[0].flags) == TSDown) {
+inline void TouchWorkflow::SaveFingersStatus(int count, int id0, int x0, int y0, int time0, int flags0, int id1, int x1,
+                                             int y1, int time1, int flags1, int id2, int x2, int y2, int time2,
+                                             int flags2, int id3, int x3, int y3, int time3, int flags3, int id4,
+                                             int x4, int y4, int time4, int flags4, int id5, int x5, int y5, int time5,
+                                             int flags5, int id6, int x6, int y6, int time6, int flags6, int id7,
+                                             int x7, int y7, int time7, int flags7, int id8, int x8, int y8, int time8,
+                                             int flags8, int id9, int x9, int y9, int time9, int flags9) {
+    if (count == 1 && GetTouchState(flags0) == TSDown) {
         ResetTouchStates();
     }
     m_fingerCount = count;
-    m_touchTime = records[0].time;
+    m_touchTime = time0;
     m_lastTouchTime = m_currentTime;
     m_touchActive = true;
-    for (std::size_t i = 0; i < records.size(); ++i) {
-        const FingerRecord& record = records[i];
-        // An empty first record is skipped, any other ends the frame.
-        if (record.id == FreeSlotId) {
-            if (i == 0) {
-                continue;
-            }
-            return;
-        }
-        if (TouchState* slot = FindSlot(record.id)) {
-            slot->Update(record.id, record.x, record.y, record.time, GetTouchState(record.flags));
-        }
+    // An empty first record is skipped, any other ends the frame.
+    SaveFinger(id0, x0, y0, time0, flags0);
+    static_cast<void>(SaveFinger(id1, x1, y1, time1, flags1) && SaveFinger(id2, x2, y2, time2, flags2) &&
+                      SaveFinger(id3, x3, y3, time3, flags3) && SaveFinger(id4, x4, y4, time4, flags4) &&
+                      SaveFinger(id5, x5, y5, time5, flags5) && SaveFinger(id6, x6, y6, time6, flags6) &&
+                      SaveFinger(id7, x7, y7, time7, flags7) && SaveFinger(id8, x8, y8, time8, flags8) &&
+                      SaveFinger(id9, x9, y9, time9, flags9));
+}
+
+bool TouchWorkflow::SaveFinger(int id, int x, int y, int time, int flags) {
+    if (id == FreeSlotId) {
+        return false;
     }
+    if (TouchState* slot = FindSlot(id)) {
+        slot->Update(id, x, y, time, GetTouchState(flags));
+    }
+    return true;
 }
 
 }  // namespace touch

@@ -71,13 +71,4 @@ struct PixelPosition {
     return {finger.startX, finger.startY};
 }
 
-// One finger record of a touch frame, as the host sends it.
-struct FingerRecord {
-    std::int32_t id = FreeSlotId;
-    std::int32_t x = 0;
-    std::int32_t y = 0;
-    std::int32_t time = 0;
-    std::int32_t flags = 0;  // a bit set: 2 went down, 1 moved, 4 went up
-};
-
 }  // namespace touch

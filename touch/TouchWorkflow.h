@@ -16,6 +16,7 @@
 #include "host/hxk/Preferences.h"
 #include "host/hxk/View.h"
 #include "host/workflow/SimpleWorkflow.h"
+#include "touch/FrameView.h"
 #include "touch/GestureTypes.h"
 #include "touch/Thresholds.h"
 #include "touch/TouchApi.h"
@@ -136,23 +137,39 @@ protected:
 private:
     friend class WorkflowInspector;
 
+    enum class FrameKind : std::uint8_t {
+        None,   // no view, or not of the class that it says
+        Other,  // a view that touch does not navigate
+        Shape,
+        Page,
+    };
+
     // TouchWorkflow.cpp: reads the screen's pixels per inch.
     void GetPPI();
 
     // Modes.cpp: shows or hides the spin-centre markup as the preference says; without the key nothing changes.
     void ApplyPreferences(const du::SmartPtr<hxk::Preferences>& preferences);
 
-    // StatusBar.cpp: sends a mouse message, which is delivered before this returns, to this workflow too.
+    // StatusBar.cpp
+    void ShowTouchMode();
+    // Sends a mouse message, which is delivered before this returns, to this workflow too.
     void SendMouseMsg(du::Symbol type, int x, int y);
 
     // TouchIntake.cpp
-    bool HandleTouch(int count, const std::array<FingerRecord, SlotCount>& records);
-    bool HandleShapeViewTouch(const du::SmartPtr<hxk::View>& view, int count,
-                              const std::array<FingerRecord, SlotCount>& records);
-    bool HandleView2DTouch(const du::SmartPtr<hxk::View>& view, int count,
-                           const std::array<FingerRecord, SlotCount>& records);
-    // Stores a frame's fingers in the slots. A single finger going down starts from a clean table.
-    void SaveFingersStatus(int count, const std::array<FingerRecord, SlotCount>& records);
+    // What a frame for the view means, with the view taken as the latest of its kind.
+    FrameKind ClassifyFrame(const du::SmartPtr<hxk::View>& view);
+    // Stores a frame's fingers in the slots. A single finger going down starts from a clean table. Every record stays
+    // where the host has put it: only those with a finger are looked at.
+    void SaveFingersStatus(int count, int id0, int x0, int y0, int time0, int flags0, int id1, int x1, int y1,
+                           int time1, int flags1, int id2, int x2, int y2, int time2, int flags2, int id3, int x3,
+                           int y3, int time3, int flags3, int id4, int x4, int y4, int time4, int flags4, int id5,
+                           int x5, int y5, int time5, int flags5, int id6, int x6, int y6, int time6, int flags6,
+                           int id7, int x7, int y7, int time7, int flags7, int id8, int x8, int y8, int time8,
+                           int flags8, int id9, int x9, int y9, int time9, int flags9);
+    // The kind of a record from its flags.
+    [[nodiscard]] static TSType GetTouchState(int flags);
+    // Stores a record. False, and nothing is stored, when there is no finger in it.
+    bool SaveFinger(int id, int x, int y, int time, int flags);
 
     // FingerSlots.cpp: the slot table.
     // The slot that holds an id, else the first free slot, else -1.
@@ -161,7 +178,6 @@ private:
     // The same slot as a record; null when there is none.
     [[nodiscard]] TouchState* FindSlot(int id);
     [[nodiscard]] const TouchState* FindSlot(int id) const;
-    [[nodiscard]] static TSType GetTouchState(int flags);
     // Whether a finger has left its start; marks the slot when it has. The first argument is an id, or a slot index
     // when byIndex is set. False for a position with a zero coordinate and for a finger without a slot.
     bool GetFingerIsMoving(int id, int x, int y, bool byIndex);
@@ -175,6 +191,9 @@ private:
 
     // FingerLists.cpp: the gesture's fingers and the end of touches.
     void AddFingerList(TouchState state);
+    // Append to a list, and empty one, with the list's elements taken from the spare ones and put back there.
+    void AppendFinger(std::list<TouchState>& fingers, const TouchState& state);
+    void RemoveFingers(std::list<TouchState>& fingers);
     // Back to idle: slots, lists, gesture record and the touch's flags.
     void ResetTouchStates();
     // The part of the reset that a stray click also causes.
@@ -188,7 +207,7 @@ private:
     void ClassifyGesture(GestureType oneFinger, GestureType severalFingers);
     void UpdateGesture();
     bool processShapeViewGesture();
-    // Whether a finger went up on this very frame.
+    // Whether a finger went up on this very frame. Several processors of a frame ask: m_fingerLifted has the answer.
     [[nodiscard]] bool DontUpdateView() const;
 
     // GestureCircle.cpp: centre, span and direction of the fingers; onset of pinch and twist.
@@ -208,6 +227,7 @@ private:
     [[nodiscard]] double GetTwoFingerDistance(int id1, int id2) const;
     [[nodiscard]] double GetTwoFingerDistance(int x1, int y1, int x2, int y2) const;
     // Where a finger is, in view pixels; the origin for a finger without a slot.
+    [[nodiscard]] PixelPosition GetFingerPixel(int id) const;
     [[nodiscard]] dg::DPoint2D GetFingerPosition(int id) const;
     // Takes the model-size scale from the model's bounds and the camera; empty bounds leave it as it is.
     void GetWorldDistance();
@@ -227,7 +247,7 @@ private:
     [[nodiscard]] dg::DVec2 GetExploreTurnDelta(double stepSeconds) const;
 
     // ViewGeometry.cpp: the camera snapshot.
-    // Takes the snapshot from m_shapeView, which must be set.
+    // Takes the snapshot from the view of the frame.
     void UpdateViewParameters();
     // A pixel on the view plane, in model units; the three-dimensional form adds the plane's distance.
     [[nodiscard]] dg::DVec2 GetViewPlaneTouch(int x, int y) const;
@@ -311,6 +331,10 @@ private:
     du::SmartPtr<hxk::View2D> m_view2D;                 // of the latest frame on a 2D view; replaced, never cleared
     du::SmartPtr<TouchGetBoundsEvent> m_boundsEvent;    // the request in flight, which holds this workflow in turn
 
+    // The view of the frame that is being processed; one of them at most.
+    FrameView<hxk::ShapeView> m_frameShapeView;
+    FrameView<hxk::View2D> m_frameView2D;
+
     // Model size and camera snapshot. World and view-plane lengths are model units.
     dg::DBox m_modelBounds;                // world; as last received
     dg::DVec3 m_panAnchor;                 // view-plane point of the centre at the last pan step; a ray in perspective
@@ -336,6 +360,7 @@ private:
     std::list<TouchState> m_fingerList;                  // fingers down or moving, left to right
     std::list<TouchState> m_leftHandList;                // empty when there is one hand
     std::list<TouchState> m_rightHandList;               // all fingers when there is one hand
+    std::list<TouchState> m_spareFingers;                // unused elements of the lists, so that no touch allocates
     dg::DPoint2D m_leftHandCenter = dg::DPoint2D::BAD;   // pixels; centre of the hand's box
     dg::DPoint2D m_rightHandCenter = dg::DPoint2D::BAD;  //
     double m_leftHandSize = 0;                           // pixels; diagonal of the hand's box
@@ -353,6 +378,7 @@ private:
     std::int32_t m_secondFingerId = FreeSlotId;  // rightmost finger
     std::int32_t m_touchTime = 0;                // touch ms; of the first record of the latest frame
     bool m_fingerCountChanged = false;           // the gesture (re)started on this frame
+    bool m_fingerLifted = false;                 // a finger went up on this frame, which moves nothing
 
     // Spin.
     Trackball m_spinTrackball;             // drives the spin

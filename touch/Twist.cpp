@@ -7,7 +7,7 @@
 namespace touch {
 
 bool TouchWorkflow::ProcessRotation() {
-    if (m_fingerCountChanged || !m_rotationStarted || DontUpdateView()) {
+    if (m_fingerCountChanged || !m_rotationStarted || m_fingerLifted) {
         return false;
     }
     if (!m_orthographic && GetExploreEnabled()) {

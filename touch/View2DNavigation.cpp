@@ -42,23 +42,23 @@ bool TouchWorkflow::Pan2D(TouchState& finger) {
     if (!MarkIfMoving(finger, x, y)) {
         return false;
     }
-    if (DontUpdateView()) {
+    if (m_fingerLifted) {
         return false;
     }
     dg::Location location;
-    m_view2D->GetViewLocation(location);
+    m_frameView2D->GetViewLocation(location);
     unsigned int pixelWidth = 0;
     unsigned int pixelHeight = 0;
-    m_view2D->GetViewSize(pixelWidth, pixelHeight);
+    m_frameView2D->GetViewSize(pixelWidth, pixelHeight);
     double width = 0;
-    m_view2D->GetOrthoWidth(width);
+    m_frameView2D->GetOrthoWidth(width);
     const double aspect = static_cast<double>(pixelWidth) / static_cast<double>(pixelHeight);
     const double height = width / aspect;
     const double dx = (m_gestureCenter.x - m_lastPanCenter.x) / pixelWidth;
     const double dy = (m_gestureCenter.y - m_lastPanCenter.y) / pixelHeight;
     const dg::DVec3 sideways = dg::DVec3(location.GetU()) * (-width * dx);
     const dg::DVec3 upward = dg::DVec3(location.GetV()) * (-height * dy);
-    m_view2D->SetPosition(location.GetPos() + sideways + upward);
+    m_frameView2D->SetPosition(location.GetPos() + sideways + upward);
     m_viewChanged = true;
     m_lastPanCenter = m_gestureCenter;
     return true;
@@ -66,18 +66,18 @@ bool TouchWorkflow::Pan2D(TouchState& finger) {
 
 bool TouchWorkflow::Process2DZoom() {
     if (m_fingerCountChanged) {
-        m_view2D->GetOrthoWidth(m_originalViewWidth);
+        m_frameView2D->GetOrthoWidth(m_originalViewWidth);
         m_startGestureSpan = m_gestureSpan;
         return true;
     }
-    if (!m_zoomStarted || m_dontZoom || DontUpdateView()) {
+    if (!m_zoomStarted || m_dontZoom || m_fingerLifted) {
         return false;
     }
     const double ratio = m_startGestureSpan / m_gestureSpan;
     if (ratio == 1.0 || !(ratio > 0)) {
         return true;
     }
-    m_view2D->SetOrthoWidth(ratio * m_originalViewWidth);
+    m_frameView2D->SetOrthoWidth(ratio * m_originalViewWidth);
     m_viewChanged = true;
     return true;
 }

@@ -28,8 +28,9 @@ void TouchWorkflow::RecognizeGesture2D() {
 }
 
 bool TouchWorkflow::process2DViewGesture() {
-    const hxk::Observable::UpdateGroup group{du::SmartPtr<hxk::Observable>(m_view2D)};
+    const hxk::Observable::UpdateGroup group(m_frameView2D.Get());
     bool used = false;
+    m_fingerLifted = DontUpdateView();
     switch (m_gesture) {
     case GestureDrag: used = ProcessDrag(); break;
     case Gesture2DPan: used = Process2DPan(); break;

@@ -8,7 +8,7 @@ namespace touch {
 
 void TouchWorkflow::UpdateViewParameters() {
     dg::Camera3D camera;
-    m_shapeView->GetCamera(camera);
+    m_frameShapeView->GetCamera(camera);
     m_viewPixelWidth = camera.GetViewportWidth();
     m_viewPixelHeight = camera.GetViewportHeight();
     camera.GetProjection(m_projLeft, m_projRight, m_projBottom, m_projTop, m_viewPlaneDistance, m_orthographic);

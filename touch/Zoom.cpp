@@ -11,7 +11,7 @@
 namespace touch {
 
 bool TouchWorkflow::ProcessZoom() {
-    if (m_dontZoom || DontUpdateView()) {
+    if (m_dontZoom || m_fingerLifted) {
         return false;
     }
     const bool explore = !m_orthographic && GetExploreEnabled();
@@ -99,12 +99,14 @@ void TouchWorkflow::FlyAndTurn(const dg::DVec3& travel) {
         axis = -axis;
     }
     const dg::DMat44 rotation(dg::DMat44::Rotation(axis, yaw), dg::DMat44::RotationX(pitch));
-    ApplyGestureCamera((rotation * m_cameraLocation) * dg::DMat44::Translation(travel));
+    dg::Location location = rotation * m_cameraLocation;
+    location.SetPos(location.GetPos() + travel);
+    ApplyGestureCamera(location);
 }
 
 double TouchWorkflow::PerspectivePinchZoom(double spanDelta) const {
     const double pinch = spanDelta * PerspectiveSpanScale / std::max(MinReferenceWidthPx, m_viewPixelWidth);
-    const double speed = m_shapeView->GetNavSpeed();
+    const double speed = m_frameShapeView->GetNavSpeed();
     if (pinch > 0) {
         return speed * (pinch * pinch) * m_zoomStep;
     }
@@ -118,7 +120,7 @@ double TouchWorkflow::OrthographicDragZoom(double delta) const {
 // Always from the width at the gesture's start, so that repeated steps gather no rounding.
 void TouchWorkflow::ZoomOrthographicView(double factor) {
     du::SmartPtr<du::RefCounted> change;
-    m_shapeView->SetOrthographicWidth(factor * m_originalViewWidth, change);
+    m_frameShapeView->SetOrthographicWidth(factor * m_originalViewWidth, change);
 }
 
 }  // namespace touch

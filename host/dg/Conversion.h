@@ -11,16 +11,13 @@ namespace dg {
 
 // Truncates toward zero. Values outside the range of int32_t take the nearest end of the range; NaN becomes 0.
 [[nodiscard]] constexpr std::int32_t TruncateToInt32(double value) noexcept {
+    if (value > -2147483648.0 && value < 2147483647.0) [[likely]] {
+        return static_cast<std::int32_t>(value);
+    }
     if (value != value) {
         return 0;
     }
-    if (value >= 2147483647.0) {
-        return std::numeric_limits<std::int32_t>::max();
-    }
-    if (value <= -2147483648.0) {
-        return std::numeric_limits<std::int32_t>::min();
-    }
-    return static_cast<std::int32_t>(value);
+    return value < 0 ? std::numeric_limits<std::int32_t>::min() : std::numeric_limits<std::int32_t>::max();
 }
 
 // a + b, a - b and a * b modulo 2^32.

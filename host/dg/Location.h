@@ -1,7 +1,6 @@
 // A rigid placement: an orthonormal right-handed frame and a position. See docs/CONVENTIONS.md.
 #pragma once
 
-#include "host/HostApi.h"
 #include "host/dg/Matrix.h"
 #include "host/dg/Point.h"
 #include "host/dg/Vec.h"
@@ -28,7 +27,20 @@ public:
 
     // Makes the frame orthonormal again: U normalised, V made perpendicular to U and normalised, W = U x V. Works in
     // double precision and rounds once. Axes that have no direction left (zero length) stay as they are.
-    HOST_API void Sanitize() noexcept;
+    void Sanitize() noexcept {
+        DVec3 u(GetU());
+        DVec3 v(GetV());
+        if (!u.Normalize()) {
+            return;
+        }
+        v -= u * DotProduct(u, v);
+        if (!v.Normalize()) {
+            return;
+        }
+        SetAxis(0, u);
+        SetAxis(1, v);
+        SetAxis(2, CrossProduct(u, v));
+    }
 
     // The matrix acts in the world: it turns the axes by its linear part and maps the position as a point.
     friend constexpr Location operator*(const Location& location, const DMat44& matrix) noexcept {

@@ -66,8 +66,8 @@ public:
     friend constexpr bool operator==(const DMat33&, const DMat33&) = default;
 };
 
-// A double-precision affine map of row vectors: (x y z 1) M; the last row is the translation. The default is the
-// identity.
+// A double-precision affine map of row vectors: (x y z 1) M; the last row is the translation and the last column is
+// always 0 0 0 1. The default is the identity.
 class DMat44 {
 public:
     double m[4][4] = {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
@@ -77,9 +77,12 @@ public:
     // The product a b: a acts first.
     constexpr DMat44(const DMat44& a, const DMat44& b) noexcept {
         for (int i = 0; i < 4; ++i) {
-            for (int j = 0; j < 4; ++j) {
-                m[i][j] = a.m[i][0] * b.m[0][j] + a.m[i][1] * b.m[1][j] + a.m[i][2] * b.m[2][j] + a.m[i][3] * b.m[3][j];
+            for (int j = 0; j < 3; ++j) {
+                m[i][j] = a.m[i][0] * b.m[0][j] + a.m[i][1] * b.m[1][j] + a.m[i][2] * b.m[2][j];
             }
+        }
+        for (int j = 0; j < 3; ++j) {
+            m[3][j] += b.m[3][j];
         }
     }
 

@@ -8,12 +8,4 @@ bool RefCounted::ZeroReferenceCountHook() const {
     return true;
 }
 
-int RefCounted::AddReference(void* /*holder*/) const noexcept {
-    return ++m_references;
-}
-
-int RefCounted::RemoveReference(void* /*holder*/) const noexcept {
-    return --m_references;
-}
-
 }  // namespace du

@@ -14,10 +14,24 @@ public:
     virtual void EndUpdateGroup() = 0;
 
     // Groups the changes made during its own life. Holds a reference to the observable; null is allowed.
-    class HOST_API UpdateGroup {
+    class UpdateGroup {
     public:
-        explicit UpdateGroup(const du::SmartPtr<Observable>& observable);
-        ~UpdateGroup();
+        explicit UpdateGroup(const du::SmartPtr<Observable>& observable) : UpdateGroup(observable.Get()) {}
+        explicit UpdateGroup(Observable* observable) : m_observable(observable) {
+            if (m_observable) {
+                m_observable->BeginUpdateGroup();
+            }
+        }
+        // What the observable throws ends here: a destructor has nobody to tell.
+        ~UpdateGroup() {
+            if (!m_observable) {
+                return;
+            }
+            try {
+                m_observable->EndUpdateGroup();
+            } catch (...) {  // NOLINT(bugprone-empty-catch)
+            }
+        }
         UpdateGroup(const UpdateGroup&) = delete;
         UpdateGroup& operator=(const UpdateGroup&) = delete;
 
