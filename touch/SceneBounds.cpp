@@ -19,12 +19,20 @@ void TouchWorkflow::RequestBounds() {
     // Held here too: the host may answer, and so end the request, before it returns.
     const du::SmartPtr<TouchGetBoundsEvent> request(new TouchGetBoundsEvent(du::SmartPtr<TouchWorkflow>(this)));
     m_boundsEvent = request;
-    if (ManageObject(request)) {
-        m_frameShapeView->GetBoundingBox(false, true, request.Get());
-        return;
+    try {
+        if (ManageObject(request)) {
+            m_frameShapeView->GetBoundingBox(false, true, request.Get());
+            return;
+        }
+        const dp::HXTracer tracer("touch", "TouchWorkflow");
+        tracer(dp::TraceError) << "RequestBounds(): GetBoundingBox() failed.\n";
+    } catch (...) {
+        // Nobody may be left to answer it, and the two would hold each other for good.
+        if (m_boundsEvent == request) {
+            m_boundsEvent = nullptr;
+        }
+        throw;
     }
-    const dp::HXTracer tracer("touch", "TouchWorkflow");
-    tracer(dp::TraceError) << "RequestBounds(): GetBoundingBox() failed.\n";
     ReceiveBounds(dg::DBox::EMPTY);
 }
 
