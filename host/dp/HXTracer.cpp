@@ -15,9 +15,14 @@ TraceFormatter::TraceFormatter(const char* module, const char* className, TraceT
       m_type(type),
       m_enabled(s_sink != nullptr && s_sink->IsEnabled(module, className)) {}
 
+// What the sink throws ends here, and its text is lost: a destructor has nobody to tell.
 TraceFormatter::~TraceFormatter() {
-    if (m_enabled && s_sink != nullptr) {
+    if (!m_enabled || s_sink == nullptr) {
+        return;
+    }
+    try {
         s_sink->Write(m_module, m_className, m_type, m_text.str());
+    } catch (...) {  // NOLINT(bugprone-empty-catch)
     }
 }
 
