@@ -27,15 +27,19 @@ bool TouchWorkflow::ProcessTap() {
     const int y = finger->currentY;
     m_tapClickPending = true;
     m_gesture = GestureTap;
-    const bool guarded = GetPreselectGuard();
-    if (guarded) {
+    if (!GetPreselectGuard()) {
+        SendMouseMsg(workflow::ConstStrings::MsgClickLeft, x, y);
+        return true;
+    }
+    try {
         SendPickerPreselect(0);
         SendMouseMsg(workflow::ConstStrings::MsgMouseMove, x, y);
+        SendMouseMsg(workflow::ConstStrings::MsgClickLeft, x, y);
+    } catch (...) {
+        SendPickerPreselect(1);  // or the picker would not preselect until the next tap
+        throw;
     }
-    SendMouseMsg(workflow::ConstStrings::MsgClickLeft, x, y);
-    if (guarded) {
-        SendPickerPreselect(1);
-    }
+    SendPickerPreselect(1);
     return true;
 }
 
