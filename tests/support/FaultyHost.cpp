@@ -11,7 +11,6 @@ namespace tests {
 namespace {
 
 constexpr std::size_t KeptTexts = 64;
-constexpr int TickMs = 16;
 constexpr int UsualPixelsPerInch = 96;
 // Where setters that clamp end, in model units.
 constexpr double FarthestPosition = 25;
@@ -90,8 +89,8 @@ public:
         return m_host.answers.hasPreferences;
     }
     void BeginUpdateGroup() override {
-        ++m_host.openUpdateGroups;
         m_host.Called(HostCall::BeginUpdateGroup);
+        ++m_host.openUpdateGroups;
     }
     void EndUpdateGroup() override {
         --m_host.openUpdateGroups;
@@ -165,7 +164,7 @@ void FaultyShapeView::SetOrthographicWidth(double width, du::SmartPtr<du::RefCou
     double left = 0, right = 0, bottom = 0, top = 0, distance = 0;
     bool orthographic = false;
     camera.GetProjection(left, right, bottom, top, distance, orthographic);
-    if (m_host.answers.setters == Setters::Ignore || !orthographic) {
+    if (m_host.answers.setters == Setters::Ignore || !orthographic || left == right) {
         return;
     }
     if (m_host.answers.setters == Setters::Clamp) {
@@ -265,6 +264,7 @@ const char* NameOf(HostCall call) {
                                             "FindText",
                                             "IsTraceEnabled",
                                             "WriteTrace",
+                                            "IsPresent",
                                             "MarkupContentChanged",
                                             "RequestCancelled"};
     static_assert(std::extent_v<decltype(Names)> == HostCallCount);
@@ -516,6 +516,7 @@ void FaultyHost::Write(const char* /*module*/, const char* /*className*/, dp::Tr
 }
 
 bool FaultyHost::IsPresent(const char* name) const {
+    Called(HostCall::IsPresent);
     return std::find(m_setup.switches.begin(), m_setup.switches.end(), name) != m_setup.switches.end();
 }
 

@@ -67,6 +67,7 @@ enum class HostCall {
     FindText,
     IsTraceEnabled,
     WriteTrace,
+    IsPresent,
     MarkupContentChanged,
     RequestCancelled,
 };

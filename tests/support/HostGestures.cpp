@@ -1,14 +1,22 @@
 #include "tests/support/HostGestures.h"
 
+#include "touch/Inspection.h"
+
 #include <cmath>
 #include <functional>
+#include <set>
 
 namespace tests {
 namespace {
 
 constexpr int MoveFrames = 6;
+constexpr int TickMs = 16;
+constexpr int HoldTickMs = 90;  // few frames; a hold fires within a window of 100 ms
 constexpr int SilenceMs = 600;
 constexpr int CoastTicks = 8;
+// Model units: how far a spin carries the camera at least, and how near it stays to its way around the origin.
+constexpr double SpinTravel = 1;
+constexpr double SpinTolerance = 0.01;
 
 using Places = std::function<std::vector<HostFinger>(int step)>;
 
@@ -19,21 +27,21 @@ void End(FaultyHost& host) {
     host.Tick(SilenceMs);
 }
 
-void SendFrame(FaultyHost& host, std::vector<HostFinger> fingers, int flags) {
+void SendFrame(FaultyHost& host, std::vector<HostFinger> fingers, int flags, int milliseconds) {
     for (HostFinger& finger : fingers) {
         finger.flags = flags;
     }
     host.Touch(fingers);
-    host.Tick();
+    host.Tick(milliseconds);
 }
 
 // Down, some frames of movement, up, and the silence. The places are those of step 0 (down) to `frames` (up).
-void Play(FaultyHost& host, const Places& places, int frames = MoveFrames) {
-    SendFrame(host, places(0), Down);
+void Play(FaultyHost& host, const Places& places, int frames = MoveFrames, int milliseconds = TickMs) {
+    SendFrame(host, places(0), Down, milliseconds);
     for (int step = 1; step <= frames; ++step) {
-        SendFrame(host, places(step), Move);
+        SendFrame(host, places(step), Move, milliseconds);
     }
-    SendFrame(host, places(frames), Up);
+    SendFrame(host, places(frames), Up, milliseconds);
     End(host);
 }
 
@@ -81,7 +89,64 @@ void OpenForSelection(FaultyHost& host) {
     PlayThreeFingerHold(host);
 }
 
+std::string FindStateFault(const touch::WorkflowInspector& state) {
+    std::set<int> ids;
+    for (const touch::TouchState& slot : state.GetSlots()) {
+        if (slot.id == touch::FreeSlotId ? slot != touch::TouchState{} : !ids.insert(slot.id).second) {
+            return "a free slot holds values, or two slots hold one finger";
+        }
+    }
+    for (const auto* fingers : {&state.GetFingerList(), &state.GetLeftHand(), &state.GetRightHand()}) {
+        for (const touch::TouchState& finger : *fingers) {
+            if (!ids.contains(finger.id)) {
+                return "a listed finger has no slot";
+            }
+        }
+    }
+    return "";
+}
+
+// How far one finger carries the camera about the origin; not a number when it leaves its way.
+double MeasureSpin(FaultyHost& host) {
+    const dg::DPoint3D before = host.answers.camera.GetLocation().GetPos();
+    PlaySpin(host);
+    const dg::DPoint3D after = host.answers.camera.GetLocation().GetPos();
+    const double distance = (after - dg::DPoint3D::ORIGIN).Norm();
+    return std::abs(distance - (before - dg::DPoint3D::ORIGIN).Norm()) <= SpinTolerance ? (after - before).Norm()
+                                                                                        : std::nan("");
+}
+
 }  // namespace
+
+std::string FindHarm(FaultyHost& host) {
+    host.ClearHooks();
+    host.answers = {};
+    host.AnswerRequests();
+    host.transition = nullptr;
+    if (host.Component() == nullptr) {
+        return FaultyHost::CountComponents() == 0 ? "" : "a dropped component lives on";
+    }
+    if (host.openUpdateGroups != 0) {
+        return "an update group was left open, or closed twice";
+    }
+    const touch::WorkflowInspector state(*host.Component());
+    if (std::string fault = FindStateFault(state); !fault.empty()) {
+        return fault;
+    }
+    host.SetManager(true);
+    host.SetView(ViewKind::Shape);
+    host.Mode(host.Component()->GetName().GetString().c_str(), "leave_markup_mode");
+    host.Tick(SilenceMs);
+    if (!state.GetNavigateMode()) {
+        PlayThreeFingerHold(host);
+        host.answers = {};
+    }
+    if (!(MeasureSpin(host) >= SpinTravel)) {
+        return "a new touch does not spin the camera";
+    }
+    host.transition = nullptr;
+    return host.Component()->GetReferenceCount() == 1 ? "" : "something still holds the component";
+}
 
 void PlaySpin(FaultyHost& host) {
     Play(host, [](int step) -> std::vector<HostFinger> { return {{1, 400 + 40 * step, 300, 0}}; });
@@ -117,7 +182,7 @@ void PlayThreeFingerHold(FaultyHost& host) {
         [](int) -> std::vector<HostFinger> {
             return {{1, 300, 300, 0}, {2, 400, 300, 0}, {3, 500, 300, 0}};
         },
-        195);
+        36, HoldTickMs);
 }
 
 const std::vector<HostGesture>& AllHostGestures() {

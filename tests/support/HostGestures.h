@@ -3,6 +3,7 @@
 
 #include "tests/support/FaultyHost.h"
 
+#include <string>
 #include <vector>
 
 namespace tests {
@@ -26,5 +27,9 @@ void PlayPinch(FaultyHost& host);
 void PlayTap(FaultyHost& host);
 void PlayPressAndHold(FaultyHost& host);
 void PlayThreeFingerHold(FaultyHost& host);
+
+// What harm a faulty host has done to its component, empty when none. Makes the host sound again, ends the requests
+// that wait, and spins with one finger. A component that was dropped must be gone.
+[[nodiscard]] std::string FindHarm(FaultyHost& host);
 
 }  // namespace tests
