@@ -245,6 +245,32 @@ TEST_F(FaultOutcomes, ATouchThatBeginsInsideAClickIsTheTouchFromThenOn) {
     EXPECT_THAT(host.messages, Contains("MsgClickLeft 400 300")) << "the place of the tap, not of the new finger";
 }
 
+TEST_F(FaultOutcomes, MarkupModeThatIsEnteredInAFrameIsForTheNextTouch) {
+    host.Touch({{1, 400, 300, Down}});
+    host.On(HostCall::GetSpinCenter, [this] { host.Mode("touch", "enter_markup_mode"); });
+    host.Touch({{1, 500, 300, Move}});
+    host.Touch({{1, 550, 300, Move}});
+    EXPECT_TRUE(IsCameraMoved());
+    const dg::Location turned = Camera();
+    PlaySpin(host);
+    EXPECT_EQ(Camera(), turned);
+}
+
+TEST_F(FaultOutcomes, ACrossThatIsSwitchedOffWhileItIsShownStaysInItsView) {
+    host.On(
+        HostCall::EndUpdateGroup,
+        [this] {
+            if (host.CountOf(HostCall::AddMarkup) == 1) {
+                host.answers.showsSpinCenter = false;
+                host.UpdatePreferences();
+            }
+        },
+        FaultyHost::Always);
+    PlaySpin(host);
+    EXPECT_EQ(host.CountOf(HostCall::AddMarkup), 1);
+    EXPECT_EQ(host.CountOf(HostCall::RemoveMarkup), 0);
+}
+
 TEST_F(FaultOutcomes, AManagerThatGoesInsideATapTakesTheRestOfTheMessagesWithIt) {
     host.On(HostCall::SendModeMessage, [this] { host.SetManager(false); });
     PlayTap(host);
