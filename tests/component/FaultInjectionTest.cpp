@@ -216,9 +216,8 @@ TEST_P(ThrowingCalls, EndInTheComponent) {
 std::vector<HostCall> GestureCalls() {
     std::vector<HostCall> calls;
     for (std::size_t i = 0; i < HostCallCount; ++i) {
-        const auto call = static_cast<HostCall>(i);
-        if (call != HostCall::IsPresent && call != HostCall::EndUpdateGroup) {
-            calls.push_back(call);
+        if (static_cast<HostCall>(i) != HostCall::IsPresent) {
+            calls.push_back(static_cast<HostCall>(i));
         }
     }
     return calls;

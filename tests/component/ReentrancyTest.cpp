@@ -1,6 +1,6 @@
 // A host that calls back: every operation of the host, on its first, its third or each of its calls, does something to
 // the component that is in the middle of a gesture. Nothing crashes, the component stays consistent, and a new touch
-// works.
+// works; a component that was dropped goes once its call and its requests have ended.
 #include "host/workflow/ConstStrings.h"
 #include "tests/support/FaultyHost.h"
 #include "tests/support/HostGestures.h"
@@ -69,6 +69,18 @@ const Deed Deeds[] = {
          if (host.Component() != nullptr) {
              const du::SmartPtr<touch::TouchWorkflow> copy(new touch::TouchWorkflow(*host.Component()));
          }
+     }},
+    {"AssignsAFreshComponent",
+     [](FaultyHost& host) {
+         if (host.Component() != nullptr) {
+             *host.Component() = *host.MakeAnother("touch");
+         }
+     }},
+    {"DropsTheComponent", [](FaultyHost& host) { host.Drop(); }},
+    {"ClosesTheViewAndDropsTheComponent",
+     [](FaultyHost& host) {
+         host.SetView(ViewKind::None);
+         host.Drop();
      }},
     {"TakesTheManagerAway", [](FaultyHost& host) { host.SetManager(false); }},
 };
