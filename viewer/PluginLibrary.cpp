@@ -2,9 +2,7 @@
 
 #include "viewer/ReferenceViewer.h"
 
-#include <dlfcn.h>
-
-#include <string_view>
+#include <stdexcept>
 
 namespace viewer {
 namespace {
@@ -13,33 +11,19 @@ namespace {
     throw PluginError("cannot load the plug-in " + path + ": " + cause);
 }
 
-// The loader's own words, without the path with which it often begins.
-std::string TakeLoaderError(const std::string& path) {
-    const char* text = dlerror();
-    std::string_view cause = text != nullptr ? text : "unknown error";
-    if (cause.starts_with(path) && cause.substr(path.size()).starts_with(": ")) {
-        cause.remove_prefix(path.size() + 2);
+platform::DynamicLibrary Load(const std::string& path) {
+    try {
+        return platform::DynamicLibrary(path);
+    } catch (const std::runtime_error& fault) {
+        Fail(path, fault.what());
     }
-    return std::string(cause);
 }
 
 }  // namespace
 
-PluginLibrary::Handle::Handle(const std::string& path) : m_path(path) {
-    // Without a slash the loader would search the system's folders.
-    const std::string file = path.find('/') == std::string::npos ? "./" + path : path;
-    m_library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (m_library == nullptr) {
-        Fail(path, TakeLoaderError(file));
-    }
-}
-
-PluginLibrary::Handle::~Handle() {
-    dlclose(m_library);
-}
-
-void* PluginLibrary::Handle::FindAddress(const char* name) const {
-    void* address = dlsym(m_library, name);
+template <class Function>
+Function* PluginLibrary::FindEntryPoint(const char* name) const {
+    auto* address = m_library.Find<Function>(name);
     if (address == nullptr) {
         Fail(m_path, std::string("it has no entry point ") + name);
     }
@@ -48,10 +32,10 @@ void* PluginLibrary::Handle::FindAddress(const char* name) const {
 
 PluginLibrary::PluginLibrary(const std::string& path)
     : m_path(path),
-      m_handle(m_path),
-      m_terminate(m_handle.Find<decltype(HXDllTerminate)>("HXDllTerminate")),
-      m_create(m_handle.Find<decltype(HXDllCreateComponent)>("HXDllCreateComponent")) {
-    m_handle.Find<decltype(HXDllInit)>("HXDllInit")();
+      m_library(Load(m_path)),
+      m_terminate(FindEntryPoint<decltype(HXDllTerminate)>("HXDllTerminate")),
+      m_create(FindEntryPoint<decltype(HXDllCreateComponent)>("HXDllCreateComponent")) {
+    FindEntryPoint<decltype(HXDllInit)>("HXDllInit")();
 }
 
 PluginLibrary::~PluginLibrary() {

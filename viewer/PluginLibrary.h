@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/du/SmartPtr.h"
+#include "host/platform/DynamicLibrary.h"
 #include "host/workflow/Workflow.h"
 #include "touch/Factory.h"
 
@@ -24,29 +25,12 @@ public:
     [[nodiscard]] du::SmartPtr<workflow::Workflow> CreateWorkflow(const std::string& viewType) const;
 
 private:
-    // Closes the library when the constructor fails half-way, and after the destructor's body.
-    class Handle {
-    public:
-        explicit Handle(const std::string& path);
-        ~Handle();
-        Handle(const Handle&) = delete;
-        Handle& operator=(const Handle&) = delete;
-
-        // The address of an exported function; throws PluginError when there is none of that name.
-        template <class Function>
-        Function* Find(const char* name) const {
-            return reinterpret_cast<Function*>(FindAddress(name));
-        }
-
-    private:
-        void* FindAddress(const char* name) const;
-
-        const std::string& m_path;  // of the library object
-        void* m_library;
-    };
+    // The exported function of this name; throws PluginError when there is none.
+    template <class Function>
+    [[nodiscard]] Function* FindEntryPoint(const char* name) const;
 
     std::string m_path;
-    Handle m_handle;
+    platform::DynamicLibrary m_library;
     decltype(HXDllTerminate)* m_terminate;
     decltype(HXDllCreateComponent)* m_create;
 };

@@ -14,7 +14,6 @@ struct TableText {
 };
 
 constexpr std::string_view TableName = "hxbase:hxmodulesStrings";
-constexpr int DefaultPixelsPerInch = 96;
 
 }  // namespace
 
@@ -43,8 +42,11 @@ ViewerPlatform::~ViewerPlatform() {
 
 void ViewerPlatform::Install(ViewerPlatform* platform) noexcept {
     s_top = platform;
-    platform::SetPixelsPerInch(platform != nullptr ? platform->m_ppiX : DefaultPixelsPerInch,
-                               platform != nullptr ? platform->m_ppiY : DefaultPixelsPerInch);
+    if (platform != nullptr) {
+        platform::SetPixelsPerInch(platform->m_ppiX, platform->m_ppiY);
+    } else {
+        platform::UseSystemPixelsPerInch();
+    }
     platform::SetEnvironmentProvider(platform);
     du::Localizer::SetProvider(platform);
     dp::HXTracer::SetSink(platform);

@@ -14,8 +14,8 @@
 namespace viewer {
 
 // The latest platform that is still there answers for the whole process. Platforms may go in any order; with the last
-// one the host's defaults return: 96 pixels per inch, the environment of the process, no texts, no trace channel, no
-// markup listener.
+// one the host's defaults return: the system's pixels per inch, the environment of the process, no texts, no trace
+// channel, no markup listener.
 class ViewerPlatform final : private platform::EnvironmentProvider,
                              private du::StringTableProvider,
                              private dp::TraceSink,

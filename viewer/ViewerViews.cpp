@@ -12,12 +12,12 @@
 namespace viewer {
 namespace {
 
-constexpr hxk::ClassType EcadSchematicType{hxk::EcadSchematicViewId, "EcadSchematicView", &hxk::View2D::CLASS_TYPE};
-constexpr hxk::ClassType EcadPcbType{hxk::EcadPcbViewId, "EcadPcbView", &hxk::View2D::CLASS_TYPE};
-constexpr hxk::ClassType SchematicFigureType{hxk::SchematicFigureViewId, "SchematicFigureView",
-                                             &hxk::View2D::CLASS_TYPE};
+// Not constexpr: on Windows the address of another library's data is known only when the program runs.
+const hxk::ClassType EcadSchematicType{hxk::EcadSchematicViewId, "EcadSchematicView", &hxk::View2D::CLASS_TYPE};
+const hxk::ClassType EcadPcbType{hxk::EcadPcbViewId, "EcadPcbView", &hxk::View2D::CLASS_TYPE};
+const hxk::ClassType SchematicFigureType{hxk::SchematicFigureViewId, "SchematicFigureView", &hxk::View2D::CLASS_TYPE};
 // Neither a shape view nor a 2D view; the number is free.
-constexpr hxk::ClassType OtherType{1000, "OtherView", &hxk::View::CLASS_TYPE};
+const hxk::ClassType OtherType{1000, "OtherView", &hxk::View::CLASS_TYPE};
 
 // A 2D page. Base is one of the host's 2D view classes.
 template <class Base>

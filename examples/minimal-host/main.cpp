@@ -1,10 +1,9 @@
 // The smallest host: one 3D view, one workflow, one finger. It loads the component, lets a finger go 200 pixels to the
 // right, and prints where the camera went. Usage: minimal-host PLUGIN
+#include "host/platform/DynamicLibrary.h"
 #include "host/workflow/ConstStrings.h"
 #include "host/workflow/SimpleWorkflow.h"
 #include "touch/Factory.h"
-
-#include <dlfcn.h>
 
 #include <cstdio>
 #include <stdexcept>
@@ -90,9 +89,9 @@ void PrintCamera(const char* when, const MyView& view) {
 }
 
 // [load] Loading: the factory makes a workflow, and the smart pointer holds its only reference.
-du::SmartPtr<workflow::Workflow> MakeComponent(void* library) {
-    auto* init = reinterpret_cast<decltype(&HXDllInit)>(dlsym(library, "HXDllInit"));
-    auto* create = reinterpret_cast<decltype(&HXDllCreateComponent)>(dlsym(library, "HXDllCreateComponent"));
+du::SmartPtr<workflow::Workflow> MakeComponent(const platform::DynamicLibrary& library) {
+    auto* init = library.Find<decltype(HXDllInit)>("HXDllInit");
+    auto* create = library.Find<decltype(HXDllCreateComponent)>("HXDllCreateComponent");
     if (init == nullptr || create == nullptr) {
         throw std::runtime_error("not a touch component");
     }
@@ -105,7 +104,8 @@ du::SmartPtr<workflow::Workflow> MakeComponent(void* library) {
 }
 // [load]
 
-void Run(void* library) {
+void Run(const char* pluginPath) {
+    const platform::DynamicLibrary library(pluginPath);
     MyManager manager;
     const du::SmartPtr<MyView> view(new MyView);
     const du::SmartPtr<workflow::Workflow> component = MakeComponent(library);
@@ -136,17 +136,11 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "usage: minimal-host PLUGIN\n");
         return 2;
     }
-    void* library = dlopen(argv[1], RTLD_NOW | RTLD_LOCAL);
-    if (library == nullptr) {
-        std::fprintf(stderr, "minimal-host: %s\n", dlerror());
-        return 2;
-    }
     try {
-        Run(library);
+        Run(argv[1]);
     } catch (const std::exception& fault) {
         std::fprintf(stderr, "minimal-host: %s: %s\n", argv[1], fault.what());
         return 2;
     }
-    dlclose(library);
     return 0;
 }

@@ -1,12 +1,12 @@
 // The plug-in as a host loads it: found by its entry points, used, and really gone when it is closed.
 #include "host/du/SmartPtr.h"
+#include "host/platform/DynamicLibrary.h"
 #include "host/workflow/ConstStrings.h"
 #include "host/workflow/SimpleWorkflow.h"
 
 #include <gtest/gtest.h>
 
-#include <dlfcn.h>
-
+#include <memory>
 #include <string>
 
 namespace {
@@ -14,18 +14,14 @@ namespace {
 using Component = du::SmartPtr<workflow::Workflow>;
 
 bool IsLoaded() {
-    void* plugin = dlopen(TOUCHNAV_PLUGIN, RTLD_NOW | RTLD_NOLOAD);
-    return plugin != nullptr && dlclose(plugin) == 0;
+    return platform::DynamicLibrary::IsLoaded(TOUCHNAV_PLUGIN);
 }
 
 // The plug-in, loaded from construction until Close.
 class Plugin {
 public:
-    Plugin() : m_library(dlopen(TOUCHNAV_PLUGIN, RTLD_NOW | RTLD_LOCAL)) {
-        EXPECT_NE(m_library, nullptr) << dlerror();
-        if (m_library != nullptr) {
-            Find<void()>("HXDllInit")();
-        }
+    Plugin() : m_library(std::make_unique<platform::DynamicLibrary>(TOUCHNAV_PLUGIN)) {
+        m_library->Find<void()>("HXDllInit")();
     }
     ~Plugin() { Close(); }
     Plugin(const Plugin&) = delete;
@@ -33,26 +29,18 @@ public:
 
     bool Create(const char* viewType, Component& component) const {
         using Factory = bool(const std::string&, const std::string&, const std::string&, Component&);
-        return Find<Factory>("HXDllCreateComponent")(viewType, "workflow", "touch", component);
+        return m_library->Find<Factory>("HXDllCreateComponent")(viewType, "workflow", "touch", component);
     }
 
     void Close() {
         if (m_library != nullptr) {
-            Find<void()>("HXDllTerminate")();
-            EXPECT_EQ(dlclose(m_library), 0);
-            m_library = nullptr;
+            m_library->Find<void()>("HXDllTerminate")();
+            m_library.reset();
         }
     }
 
 private:
-    template <class Function>
-    Function* Find(const char* name) const {
-        void* address = dlsym(m_library, name);
-        EXPECT_NE(address, nullptr) << name;
-        return reinterpret_cast<Function*>(address);
-    }
-
-    void* m_library;
+    std::unique_ptr<platform::DynamicLibrary> m_library;
 };
 
 // Runs the code that could keep the plug-in: its statics, its lists, an exchange of names with the host.

@@ -12,14 +12,15 @@ failures=0
 # A tree with nothing to find, among it lines that only look like faults.
 make_tree() {
     rm -rf -- "${scratch:?}/tree"
-    mkdir -p "$scratch"/tree/{host/dg,touch,viewer,replay,tests/component}
+    mkdir -p "$scratch"/tree/{host/{dg,platform},touch,viewer,replay,tests/component}
     cd "$scratch/tree"
     printf '#include <vector>\n' >host/dg/Vec.h
-    printf '    dg/Vec.h\n' >host/CMakeLists.txt
+    printf '#include <windows.h>\n#include <dlfcn.h>\n' >host/platform/Load.cpp
+    printf '    dg/Vec.h platform/Load.cpp\n' >host/CMakeLists.txt
     printf '// Pans; synchronous, on one thread. Test: tests/component/PanTest.cpp\n' >touch/Pan.cpp
     printf '#include "host/dg/Vec.h"\n' >>touch/Pan.cpp
     printf 'add_library(touch Pan.cpp)\n' >touch/CMakeLists.txt
-    printf '#include <dlfcn.h>\n#include "host/dg/Vec.h"\n' >viewer/Load.h
+    printf '#include "host/dg/Vec.h"\n' >viewer/Load.h
     printf '    Load.h\n' >viewer/CMakeLists.txt
     printf '#include "viewer/Load.h"\n#include <cairo/cairo.h>\n' >replay/main.cpp
     { printf '#include "viewer/Load.h"\n' && printf '//%.0s\n' {1..499}; } >replay/Long.h
@@ -73,15 +74,21 @@ expect "the interface includes the component" '^host/dg/Vec.h:2: host/ must not 
 
 make_tree
 echo '#include "Load.h"' >>viewer/Load.h
-expect "an include that is relative to its folder" '^viewer/Load.h:3: "Load.h" does not start'
+expect "an include that is relative to its folder" '^viewer/Load.h:2: "Load.h" does not start'
 
 make_tree
 echo '#include <nlohmann/json.hpp>' >>viewer/Load.h
-expect "a third-party header outside the replay program" '^viewer/Load.h:3: viewer/ includes <nlohmann/json.hpp>'
+expect "a third-party header outside the replay program" '^viewer/Load.h:2: viewer/ includes <nlohmann/json.hpp>'
 
 make_tree
 echo '#include <dlfcn.h>' >>touch/Pan.cpp
 expect "a system header in the component" '^touch/Pan.cpp:3: touch/ includes <dlfcn.h>'
+
+make_tree
+mv host/platform/Load.{cpp,h}
+sed -i 's/cpp/h/' host/CMakeLists.txt
+sed -i 2d host/platform/Load.h
+expect "a system header in a header" '^host/platform/Load.h:1: host/ includes <windows.h>'
 
 make_tree
 touch tests/component/TapTest.cpp

@@ -65,33 +65,64 @@ TEST(Tracers, GiveOneTextForEachStatementToAnEnabledChannel) {
     EXPECT_THAT(sink.texts, ElementsAre("touch/Test/0: radius 2.5, id -1\n", "touch/Test/1: second"));
 }
 
+constexpr const char* TestSwitch = "TOUCHNAV_TEST_SWITCH";
+
+void SetVariable(const char* value) {
+#if defined(_WIN32)
+    ::_putenv_s(TestSwitch, value);
+#else
+    ::setenv(TestSwitch, value, 1);
+#endif
+}
+
+void RemoveVariable() {
+#if defined(_WIN32)
+    ::_putenv_s(TestSwitch, "");  // its C library has no empty variables
+#else
+    ::unsetenv(TestSwitch);
+#endif
+}
+
 TEST(Environment, AProviderAnswersInPlaceOfTheProcess) {
     struct Switches : platform::EnvironmentProvider {
         bool IsPresent(const char* name) const override { return std::string_view(name) == "TEST_ON"; }
     } switches;
-    constexpr const char* Name = "TOUCHNAV_TEST_SWITCH";
-    ::unsetenv(Name);
-    EXPECT_FALSE(platform::IsEnvironmentVariablePresent(Name));
-    ::setenv(Name, "", 1);
-    EXPECT_TRUE(platform::IsEnvironmentVariablePresent(Name)) << "an empty value counts";
+    RemoveVariable();
+    EXPECT_FALSE(platform::IsEnvironmentVariablePresent(TestSwitch));
+#if !defined(_WIN32)
+    SetVariable("");
+    EXPECT_TRUE(platform::IsEnvironmentVariablePresent(TestSwitch)) << "an empty value counts";
+#endif
+    SetVariable("0");
+    EXPECT_TRUE(platform::IsEnvironmentVariablePresent(TestSwitch)) << "any value counts";
     platform::SetEnvironmentProvider(&switches);
-    EXPECT_FALSE(platform::IsEnvironmentVariablePresent(Name));
+    EXPECT_FALSE(platform::IsEnvironmentVariablePresent(TestSwitch));
     EXPECT_TRUE(platform::IsEnvironmentVariablePresent("TEST_ON"));
     platform::SetEnvironmentProvider(nullptr);
-    EXPECT_TRUE(platform::IsEnvironmentVariablePresent(Name));
-    ::unsetenv(Name);
+    EXPECT_TRUE(platform::IsEnvironmentVariablePresent(TestSwitch));
+    RemoveVariable();
 }
 
-TEST(Displays, AnswerTheTwoResolutionsOnly) {
+// What the system's own setting is, where the test's caller chose one; else that of an unscaled screen.
+int GetSystemPixelsPerInch() {
+    const char* chosen = std::getenv("TOUCHNAV_SYSTEM_PIXELS_PER_INCH");
+    return chosen != nullptr ? std::stoi(chosen) : 96;
+}
+
+TEST(Displays, AnswerWhatTheSystemSaysUntilTheHostSaysOtherwise) {
     const platform::DeviceContext screen = platform::GetDC(nullptr);
-    EXPECT_EQ(platform::GetDeviceCaps(screen, platform::LogPixelsX), 96);
+    const auto ask = [&](int index) { return platform::GetDeviceCaps(screen, index); };
+    EXPECT_EQ(ask(platform::LogPixelsX), GetSystemPixelsPerInch());
+    EXPECT_EQ(ask(platform::LogPixelsY), GetSystemPixelsPerInch());
     platform::SetPixelsPerInch(120, 0);
-    EXPECT_EQ(platform::GetDeviceCaps(screen, platform::LogPixelsX), 120);
-    EXPECT_EQ(platform::GetDeviceCaps(screen, platform::LogPixelsY), 0);
-    EXPECT_EQ(platform::GetDeviceCaps(screen, 0), 0);
-    platform::ReleaseDC(nullptr, screen);
+    EXPECT_EQ(ask(platform::LogPixelsX), 120);
+    EXPECT_EQ(ask(platform::LogPixelsY), 0);
+    EXPECT_EQ(ask(0), 0) << "only the two resolutions";
     EXPECT_EQ(platform::GetDeviceCaps(platform::DeviceContext{}, platform::LogPixelsX), 0) << "no screen";
-    platform::SetPixelsPerInch(96, 96);
+    platform::UseSystemPixelsPerInch();
+    EXPECT_EQ(ask(platform::LogPixelsX), GetSystemPixelsPerInch());
+    EXPECT_EQ(ask(0), 0) << "only the two resolutions";
+    platform::ReleaseDC(nullptr, screen);
 }
 
 }  // namespace
