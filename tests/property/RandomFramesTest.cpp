@@ -64,6 +64,12 @@ const SeedRow Rows[] = {
 std::size_t GetBytesInUse() {
 #if defined(MEASURE_WITH_SANITIZER)
     return __sanitizer_get_current_allocated_bytes();
+#elif defined(_WIN32)
+    std::size_t bytes = 0;
+    for (_HEAPINFO block{}; _heapwalk(&block) == _HEAPOK;) {
+        bytes += block._useflag == _USEDENTRY ? block._size : 0;
+    }
+    return bytes;
 #else
     const auto info = mallinfo2();
     return info.uordblks + info.hblkhd;
