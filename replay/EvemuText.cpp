@@ -15,7 +15,6 @@ namespace replay {
 namespace {
 
 constexpr int NewestMinorVersion = 3;
-constexpr std::int64_t MicrosecondsPerSecond = 1'000'000;
 constexpr std::int64_t LatestSecond = 1'000'000'000'000;  // keeps microseconds well inside 64 bits
 
 // Takes pieces off the front of a line. Every operation answers whether the piece was there.

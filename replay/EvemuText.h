@@ -11,6 +11,8 @@
 
 namespace replay {
 
+inline constexpr std::int64_t MicrosecondsPerSecond = 1'000'000;
+
 // The range of an absolute axis, in the device's own units.
 struct EvemuAxis {
     std::int32_t minimum = 0;

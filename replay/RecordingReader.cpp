@@ -16,7 +16,6 @@ namespace replay {
 
 namespace {
 
-constexpr std::int64_t MicrosecondsPerSecond = 1'000'000;
 // Of a protocol A report, the others are left out: a touch frame holds no more, and libmtdev can take for ever to tell
 // some thirty fingers apart.
 constexpr std::size_t MostContacts = 10;

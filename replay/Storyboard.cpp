@@ -14,7 +14,7 @@ namespace replay {
 namespace {
 
 constexpr int SheetWidth = 1600;
-constexpr double Margin = 28;
+constexpr double SheetMargin = 28;
 constexpr double Gap = 18;
 constexpr double HeaderHeight = 104;
 constexpr dg::Color PaperColor{0.965F, 0.968F, 0.975F, 1};
@@ -42,7 +42,8 @@ struct Grid {
         // Few panels get large pictures; a half-empty second row of four looks worse than two rows of three.
         columns = count <= 3 || count == 5 || count == 6 ? 3 : 4;
         rows = (count + columns - 1) / columns;
-        boxWidth = (SheetWidth - 2 * Margin - Gap * static_cast<double>(columns - 1)) / static_cast<double>(columns);
+        boxWidth =
+            (SheetWidth - 2 * SheetMargin - Gap * static_cast<double>(columns - 1)) / static_cast<double>(columns);
         // One height for all, so that the rows are even: that of the tallest view, within reason.
         double proportion = 0.5;
         for (const Panel& panel : panels) {
@@ -55,12 +56,12 @@ struct Grid {
 
     [[nodiscard]] double RowHeight() const { return boxHeight + PanelFooterHeight + Gap; }
     [[nodiscard]] int SheetHeight() const {
-        return static_cast<int>(std::ceil(HeaderHeight + static_cast<double>(rows) * RowHeight() - Gap + Margin));
+        return static_cast<int>(std::ceil(HeaderHeight + static_cast<double>(rows) * RowHeight() - Gap + SheetMargin));
     }
     [[nodiscard]] PictureRect BoxAt(std::size_t index) const {
         const std::size_t row = index / columns;
         const std::size_t column = index % columns;
-        return {Margin + static_cast<double>(column) * (boxWidth + Gap),
+        return {SheetMargin + static_cast<double>(column) * (boxWidth + Gap),
                 HeaderHeight + static_cast<double>(row) * RowHeight(), boxWidth, boxHeight};
     }
 };
@@ -73,9 +74,9 @@ std::string DrawSheet(const Sheet& sheet, SheetFormat format) {
 
     const TextStyle title{30, true, Align::Left, TextStyle{}.color};
     const TextStyle subtitle{17, false, Align::Left, {0.36F, 0.39F, 0.44F, 1}};
-    const double width = SheetWidth - 2 * Margin;
-    canvas.DrawText(Margin, 50, canvas.FitText(sheet.title, title, width), title);
-    canvas.DrawText(Margin, 80, canvas.FitText(sheet.subtitle, subtitle, width), subtitle);
+    const double width = SheetWidth - 2 * SheetMargin;
+    canvas.DrawText(SheetMargin, 50, canvas.FitText(sheet.title, title, width), title);
+    canvas.DrawText(SheetMargin, 80, canvas.FitText(sheet.subtitle, subtitle, width), subtitle);
 
     PanelPainter painter(sheet.model);
     for (std::size_t i = 0; i < sheet.panels.size(); ++i) {

@@ -39,9 +39,9 @@ bool Covers(const Face& face, const dg::DPoint3D& p) {
     return u > inside && v > inside && w > inside && u * face.a.z + v * face.b.z + w * face.c.z > p.z + nearer;
 }
 
-class Projection {
+class VisibleLines {
 public:
-    Projection(const Model& model, const dg::Location& frame) : m_frame(frame) {
+    VisibleLines(const Model& model, const dg::Location& frame) : m_frame(frame) {
         for (const Part& part : model.parts) {
             for (const Triangle& t : part.triangles) {
                 AddFace(ToFrame(part.vertices[t[0]], frame), ToFrame(part.vertices[t[1]], frame),
@@ -92,7 +92,7 @@ private:
 }  // namespace
 
 std::vector<ProjectedLine> ProjectEdges(const Model& model, const dg::Location& frame) {
-    Projection projection(model, frame);
+    VisibleLines visible(model, frame);
     const dg::DVec3 towardsEye(frame.GetW());
     for (const Part& part : model.parts) {
         const auto facesEye = [&](std::size_t triangle) {
@@ -101,11 +101,11 @@ std::vector<ProjectedLine> ProjectEdges(const Model& model, const dg::Location& 
         for (const MeshEdge& edge : FindMeshEdges(part)) {
             const bool outline = edge.second && facesEye(edge.first) != facesEye(*edge.second);
             if (edge.sharp || outline) {
-                projection.AddLine(part.vertices[edge.vertices[0]], part.vertices[edge.vertices[1]]);
+                visible.AddLine(part.vertices[edge.vertices[0]], part.vertices[edge.vertices[1]]);
             }
         }
     }
-    return projection.TakeLines();
+    return visible.TakeLines();
 }
 
 }  // namespace viewer

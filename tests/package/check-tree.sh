@@ -77,6 +77,10 @@ echo '#include "Load.h"' >>viewer/Load.h
 expect "an include that is relative to its folder" '^viewer/Load.h:2: "Load.h" does not start'
 
 make_tree
+echo '#include "host/dg/Location.cpp"' >>touch/Pan.cpp
+expect "a source that is included" '^touch/Pan.cpp:3: "host/dg/Location.cpp" is no header'
+
+make_tree
 echo '#include <nlohmann/json.hpp>' >>viewer/Load.h
 expect "a third-party header outside the replay program" '^viewer/Load.h:2: viewer/ includes <nlohmann/json.hpp>'
 
