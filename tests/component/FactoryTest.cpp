@@ -54,30 +54,5 @@ TEST(Factory, CreatesAWorkflowForExactlyTheListedRequests) {
     }
 }
 
-TEST(Factory, KeepsWhatTheCallerHoldsWhenItRefusesAndReleasesItWhenItCreates) {
-    du::SmartPtr<workflow::Workflow> component;
-    ASSERT_TRUE(HXDllCreateComponent("imageview", "workflow", "touch", component));
-    const du::SmartPtr<workflow::Workflow> first = component;
-    EXPECT_FALSE(HXDllCreateComponent("imageview", "workflow", "mouse", component));
-    EXPECT_TRUE(component == first);
-    EXPECT_TRUE(HXDllCreateComponent("imageview", "workflow", "touch", component));
-    EXPECT_FALSE(component == first);
-    EXPECT_EQ(first->GetReferenceCount(), 1);
-}
-
-TEST(Factory, EntryPointsOfTheLoadedLibraryServeEveryViewTypeAgainAndAgain) {
-    viewer::ReferenceViewer host{viewer::HostSettings{}};
-    for (int round = 0; round < 3; ++round) {
-        for (const RequestRow& row : RequestRows) {
-            if (row.created) {
-                host.LoadComponent(TOUCHNAV_PLUGIN, row.viewType);
-                EXPECT_NE(host.GetComponent(), nullptr) << row.name;
-            }
-        }
-        EXPECT_THROW(host.LoadComponent(TOUCHNAV_PLUGIN, "other"), viewer::PluginError);
-        EXPECT_EQ(host.GetComponent(), nullptr);
-    }
-}
-
 }  // namespace
 }  // namespace tests

@@ -35,14 +35,6 @@ TEST(PressAndHold, ClicksOnTheTickThatFindsTheHoldWithinItsInterval) {
     }
 }
 
-TEST(PressAndHold, ClicksOnceInARealHoldAndNeverAsATap) {
-    FingerScript s = FingerScript::OnShapeView();
-    s.Down(1, 400, 300).Hold(2000).Up(1);
-    s.ExpectMessages({"MsgMouseRightDown 400 300 unheard", "MsgMouseRightUp 400 300 unheard"});
-    s.Down(2, 500, 300).Hold(1100);
-    s.ExpectMessages({"MsgMouseRightDown 500 300 unheard", "MsgMouseRightUp 500 300 unheard"});
-}
-
 TEST(PressAndHold, ADragInMultiSelectModeIsHeldToo) {
     FingerScript s = FingerScript::OnShapeView();
     s.SwitchMode();

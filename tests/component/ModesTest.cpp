@@ -41,21 +41,6 @@ TEST(Modes, MarkupModeIsSwitchedOnlyByItsOwnMessages) {
     }
 }
 
-TEST(Modes, MarkupModeOutlivesTouchesAndTheyDoNotNavigate) {
-    FingerScript s = FingerScript::OnShapeView();
-    s.Mode("enter_markup_mode").Down(1, 400, 300).Tick().Move(1, 500, 300);
-    EXPECT_EQ(s.Gesture(), touch::GestureMarkup);
-    EXPECT_EQ(s.Answer(), false);
-    s.Down(2, 800, 300).Tick().Move({{1, 300, 400}, {2, 900, 300}});
-    EXPECT_EQ(s.Gesture(), touch::GestureMarkup);
-    s.Up({1, 2}).Down(3, 400, 300).Tick().Up(3);
-    s.ExpectNoActions();
-    EXPECT_TRUE(s.Inspect().GetMarkupMode());
-
-    s.Mode("leave_markup_mode").Tick(600).Down(1, 400, 300);
-    EXPECT_EQ(s.Gesture(), touch::GestureSpin);
-}
-
 TEST(Modes, TheSpinCenterMarkupFollowsThePreference) {
     using Values = std::optional<viewer::PreferenceValues>;
     const Values on = {{{RotationCenter, true}}};

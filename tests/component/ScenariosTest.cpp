@@ -101,6 +101,14 @@ TEST_F(Scenarios, AFlickCoastsOnUntilAFingerTakesHold) {
     EXPECT_EQ(s.CameraLocation(), held);
 }
 
+TEST_F(Scenarios, AFlickStopsWhenItsComponentIsTakenAway) {
+    Spin();
+    s.Tick().Up(1);
+    ASSERT_TRUE(s.Viewer().IsTransitionPlaying());
+    s.Viewer().UnloadComponent();
+    EXPECT_FALSE(s.Viewer().IsTransitionPlaying());
+}
+
 TEST_F(Scenarios, ASecondFingerTurnsASpinIntoAPanAndTheModelFollows) {
     Spin();
     s.Tick().Down(2, 650, 300).Tick();

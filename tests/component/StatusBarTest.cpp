@@ -20,27 +20,6 @@ TEST(StatusBar, BelongsToTheHostUntilTheFirstTouch) {
     EXPECT_EQ(s.View().statusText, "Touch: navigate");
 }
 
-TEST(StatusBar, NamesTheModeOnEveryFrame) {
-    FingerScript s = FingerScript::OnShapeView();
-    s.Down(1, 400, 300);
-    EXPECT_EQ(s.StatusCalls(), Writes("Touch: navigate"));
-    s.Mark().Rest();
-    EXPECT_EQ(s.StatusCalls(), Writes("Touch: navigate"));
-    s.Up(1).SwitchMode().StatusBar();
-    EXPECT_EQ(s.StatusCalls(), Writes("Touch: select"));
-}
-
-TEST(StatusBar, AFrameWritesItWhateverTheViewIs) {
-    for (const char* kind : {"shapeview", "drawingview", "other", ""}) {
-        SCOPED_TRACE(kind);
-        FingerScript s = FingerScript::OnShapeView();
-        viewer::ViewSpec view;
-        view.kind = kind;
-        s.SetView(*kind != '\0' ? std::optional(view) : std::nullopt).Down(1, 400, 300);
-        EXPECT_EQ(s.StatusCalls(), Writes("Touch: navigate"));
-    }
-}
-
 TEST(StatusBar, AMiddleOrRightDragGivesItBackUntilTheNextFrame) {
     for (const char* markup : {"leave_markup_mode", "enter_markup_mode"}) {
         for (const char* drag :

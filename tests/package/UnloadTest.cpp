@@ -88,16 +88,4 @@ TEST(Unload, TwoComponentsLiveAtOnceAndARefusalChangesNothing) {
     Use(*copy);
 }
 
-TEST(Unload, AHostThatLoadedTwiceClosesTwice) {
-    Plugin first;
-    Plugin second;
-    first.Close();
-    EXPECT_TRUE(IsLoaded());
-    Component component;
-    ASSERT_TRUE(second.Create("shapeview", component));
-    component.Reset();
-    second.Close();
-    EXPECT_FALSE(IsLoaded());
-}
-
 }  // namespace

@@ -14,7 +14,6 @@
 namespace viewer {
 namespace {
 
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -46,16 +45,6 @@ protected:
         viewer.SetView(MakeShapeSpec());
     }
     void Load() { viewer.LoadComponent(TOUCHNAV_PLUGIN, "shapeview"); }
-    template <class Wanted>
-    std::vector<Wanted> GetCalls() {
-        std::vector<Wanted> wanted;
-        for (const Call& call : viewer.GetRecorder().GetCalls()) {
-            if (const auto* found = std::get_if<Wanted>(&call)) {
-                wanted.push_back(*found);
-            }
-        }
-        return wanted;
-    }
 
     ReferenceViewer viewer{HostSettings{}};
 };
@@ -268,72 +257,6 @@ TEST_F(HeadlessViewer, OpensEveryKindOfView) {
     unknown.kind = "Shapeview";
     EXPECT_THROW(viewer.SetView(unknown), std::invalid_argument);
     EXPECT_EQ(viewer.TakeSnapshot().kind, "other") << "the attached view stays";
-}
-
-TEST_F(HeadlessViewer, ATapOfTheComponentReachesThePicker) {
-    Load();
-    viewer.Tick(1000, 16);
-    viewer.Touch(MakeFrame({{1, 960, 400, 100, TouchDown}}));
-    viewer.Tick(1050, 50);
-    viewer.Touch(MakeFrame({{1, 960, 400, 180, TouchUp}}));
-    EXPECT_THAT(viewer.TakeSnapshot().selectedParts, ElementsAre("right"));
-    EXPECT_EQ(viewer.TakeSnapshot().statusText, "Touch: navigate");
-}
-
-class SpunViewer : public HeadlessViewer {
-protected:
-    SpunViewer() {
-        ViewSpec description = MakeShapeSpec();
-        description.spinCenter = {1, 2, 3};
-        description.preferences = PreferenceValues{{"Model Viewer/display_rotation_center", true}};
-        viewer.SetView(description);
-        Load();
-        viewer.Tick(1000, 16);
-        viewer.Touch(MakeFrame({{1, 500, 400, 100, TouchDown}}));
-        for (int step = 1; step <= 6; ++step) {
-            viewer.Touch(MakeFrame({{1, 500 + 40 * step, 400, 100 + 16 * step, TouchMove}}));
-            viewer.Tick(1000 + 16 * step, 16);
-        }
-    }
-    void Release() { viewer.Touch(MakeFrame({{1, 740, 400, 220, TouchUp}})); }
-};
-
-TEST_F(SpunViewer, ShowsTheSpinCentreWhileTheFingerIsDown) {
-    const ViewSnapshot spinning = viewer.TakeSnapshot();
-    ASSERT_EQ(spinning.markups.size(), 3U);
-    for (const MarkupLine& line : spinning.markups) {
-        EXPECT_EQ(line.origin, dg::DPoint3D(1, 2, 3));
-        EXPECT_DOUBLE_EQ(line.direction.Norm(), 1);
-        EXPECT_GT(line.ballRadius, 0);
-    }
-    const auto* view = dynamic_cast<const ViewerShapeView*>(viewer.GetComponent()->GetView().Get());
-    ASSERT_NE(view, nullptr);
-    EXPECT_EQ(view->GetOpenUpdateGroups(), 0) << "the component closes what it opens";
-    Release();
-    EXPECT_THAT(viewer.TakeSnapshot().markups, IsEmpty());
-}
-
-TEST_F(SpunViewer, CoastsOnAfterTheReleaseWithoutACallOfTheComponent) {
-    Release();
-    const auto queued = GetCalls<AddTransitionCall>();
-    ASSERT_EQ(queued.size(), 1U);
-    EXPECT_EQ(queued[0].start, viewer.TakeSnapshot().camera.GetLocation());
-    EXPECT_THAT(queued[0].values, ElementsAre(0, 100, 15, 0));
-    const auto cameraCalls = GetCalls<SetCameraLocationCall>().size();
-    viewer.Tick(1116, 16);
-    viewer.Tick(1166, 50);
-    EXPECT_TRUE(viewer.IsTransitionPlaying());
-    viewer.Tick(1216, 50);
-    EXPECT_FALSE(viewer.IsTransitionPlaying());
-    EXPECT_EQ(viewer.TakeSnapshot().camera.GetLocation(), queued[0].end);
-    EXPECT_EQ(GetCalls<SetCameraLocationCall>().size(), cameraCalls);
-}
-
-TEST_F(SpunViewer, CoastsNoFurtherWithoutItsComponent) {
-    Release();
-    ASSERT_TRUE(viewer.IsTransitionPlaying());
-    viewer.UnloadComponent();
-    EXPECT_FALSE(viewer.IsTransitionPlaying());
 }
 
 TEST(ViewerShutdown, LeavesNothingBehindInTheMiddleOfATouch) {

@@ -143,28 +143,6 @@ TEST(Story, TellsTurnsAsTheyAreSeenOnTheScreen) {
     }
 }
 
-TEST(Story, TellsPanZoomAndTwistTogether) {
-    Script script;
-    script.Down(2).MoveEye({-2, 1, 0}).Move(2);
-    script.view.camera.SetProjection(-4, 4, -2.5, 2.5, 1, true);
-    script.Move(2).Up(2);
-    EXPECT_THAT(script.Lines(), ElementsAre("2 fingers | Pan, zoom, twist | moved 2 right and 1 down, "
-                                            "zoomed in: width from 16 to 8"));
-}
-
-TEST(Story, TellsPagesByTheirPosition) {
-    viewer::ViewSnapshot page;
-    page.kind = "drawingview";
-    page.orthoWidth = 16;
-    Script script(page);
-    script.Frame(2, viewer::TouchDown, touch::Gesture2DZoomPan);
-    script.view.placement.SetPos({0, 3, 0});
-    script.view.orthoWidth = 32;
-    script.Frame(2, viewer::TouchMove, touch::Gesture2DZoomPan).Frame(2, viewer::TouchUp, touch::Gesture2DZoomPan);
-    EXPECT_THAT(script.Lines(),
-                ElementsAre("2 fingers | 2D zoom and pan | moved 3 down, zoomed out: width from 16 to 32"));
-}
-
 TEST(Story, TellsPerspectiveViewsByTheirEye) {
     viewer::ViewSpec explore;
     explore.navMethod = "explore";
