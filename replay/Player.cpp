@@ -18,7 +18,6 @@ std::string ComponentViewType(const std::optional<viewer::ViewSpec>& view) {
     return view && view->kind != "other" ? view->kind : "shapeview";
 }
 
-// Hands an event to the viewer; the answer is the component's.
 struct Delivery {
     viewer::ReferenceViewer& viewer;
 
@@ -42,6 +41,10 @@ struct Delivery {
 
 }  // namespace
 
+std::optional<bool> Deliver(const Event& event, viewer::ReferenceViewer& viewer) {
+    return std::visit(Delivery{viewer}, event);
+}
+
 Player::Player(const Session& session, const std::string& pluginPath, std::shared_ptr<const viewer::Model> model)
     : m_session(session), m_viewer(session.host) {
     m_viewer.SetModel(std::move(model));
@@ -64,7 +67,7 @@ void Player::Play(const Observer& observer, const Progress& progress) {
         }
         const Event& event = m_session.events[done];
         recorder.Clear();
-        const std::optional<bool> handled = std::visit(Delivery{m_viewer}, event);
+        const std::optional<bool> handled = Deliver(event, m_viewer);
         observer({done + 1, handled, inspector.GetGesture(), inspector.GetGestureState(), inspector.GetNavigateMode(),
                   recorder.GetCalls(), event});
     }

@@ -9,12 +9,16 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace replay {
 
 // How far a replay is: events done, events in all.
 using Progress = std::function<void(std::size_t done, std::size_t total)>;
+
+// Hands an event to the viewer and answers what the component answered.
+std::optional<bool> Deliver(const Event& event, viewer::ReferenceViewer& viewer);
 
 // One replay of one session. The process has one platform, so only one player is to live at a time.
 class Player {

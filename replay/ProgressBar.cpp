@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <utility>
+
 namespace replay {
 
 namespace {
@@ -12,7 +14,8 @@ constexpr std::size_t BarColumns = 30;
 
 }  // namespace
 
-ProgressBar::ProgressBar(std::ostream& output) : m_output(output), m_start(std::chrono::steady_clock::now()) {}
+ProgressBar::ProgressBar(std::ostream& output, std::string unit)
+    : m_output(output), m_unit(std::move(unit)), m_start(std::chrono::steady_clock::now()) {}
 
 ProgressBar::~ProgressBar() {
     if (!m_shown.empty()) {
@@ -27,7 +30,7 @@ void ProgressBar::Update(std::size_t done, std::size_t total) {
     const std::size_t percent = 100 * done / total;
     const std::size_t filled = BarColumns * done / total;
     const std::string text = "[" + std::string(filled, '#') + std::string(BarColumns - filled, '.') + "] " +
-                             std::to_string(percent) + " % of " + std::to_string(total) + " events";
+                             std::to_string(percent) + " % of " + std::to_string(total) + " " + m_unit;
     if (text != m_shown) {
         m_shown = text;
         m_output << '\r' << text << std::flush;

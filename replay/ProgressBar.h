@@ -12,8 +12,8 @@ namespace replay {
 // a second after construction. It goes away with its destruction.
 class ProgressBar {
 public:
-    // The output is a terminal and outlives the bar.
-    explicit ProgressBar(std::ostream& output);
+    // The output is a terminal and outlives the bar. The unit is what a step is called, in the plural.
+    explicit ProgressBar(std::ostream& output, std::string unit = "events");
     ~ProgressBar();
     ProgressBar(const ProgressBar&) = delete;
     ProgressBar& operator=(const ProgressBar&) = delete;
@@ -22,6 +22,7 @@ public:
 
 private:
     std::ostream& m_output;
+    std::string m_unit;
     std::chrono::steady_clock::time_point m_start;
     std::string m_shown;  // empty while nothing is drawn
 };
