@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
 
 namespace replay {
 
@@ -32,10 +33,12 @@ std::string JsonNumber(double value) {
 
 std::string JsonNumber(float value) {
     std::string text = NumberText(value);
-    // Rounding twice, to double and then to single precision, can end one float away. The exact value cannot.
+    // Rounding twice, to double and then to single precision, can end one float away, and the shortest text of the
+    // largest float is a double beyond it. The exact value is safe.
     double asDouble = 0;
     std::from_chars(text.data(), text.data() + text.size(), asDouble);
-    const bool readsBack = !std::isfinite(value) || static_cast<float>(asDouble) == value;
+    const bool isInRange = std::abs(asDouble) <= static_cast<double>(std::numeric_limits<float>::max());
+    const bool readsBack = !std::isfinite(value) || (isInRange && static_cast<float>(asDouble) == value);
     return readsBack ? text : NumberText(static_cast<double>(value));
 }
 

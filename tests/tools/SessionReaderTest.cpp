@@ -330,6 +330,10 @@ TEST(JsonNumbers, AreShortAndExact) {
     EXPECT_EQ(replay::JsonNumber(0.1F), "0.1");
     // The one positive float whose shortest text, read as a double and then rounded, gives its neighbour.
     EXPECT_EQ(static_cast<float>(std::stod(replay::JsonNumber(7.038531e-26F))), 7.038531e-26F);
+    // The shortest text of the largest float is a double beyond it, which the reader refuses.
+    constexpr float Largest = std::numeric_limits<float>::max();
+    EXPECT_EQ(std::stod(replay::JsonNumber(Largest)), static_cast<double>(Largest));
+    EXPECT_EQ(std::stod(replay::JsonNumber(-Largest)), -static_cast<double>(Largest));
 }
 
 }  // namespace
