@@ -53,7 +53,10 @@ public:
     [[nodiscard]] const Trackball& GetSpinTrackball() const { return m_workflow.m_spinTrackball; }
     [[nodiscard]] const dg::Quaternion<float>& GetSpinVelocity() const { return m_workflow.m_spinVelocity; }
     [[nodiscard]] const SpinCenterMarkup* GetSpinCenterMarkup() const { return m_workflow.m_spinCenterMarkup.Get(); }
+    [[nodiscard]] bool IsSpinCenterMarkupShown() const { return m_workflow.m_spinCenterMarkupShown; }
     [[nodiscard]] const TouchGetBoundsEvent* GetBoundsEvent() const { return m_workflow.m_boundsEvent.Get(); }
+    [[nodiscard]] const hxk::ShapeView* GetShapeView() const { return m_workflow.m_shapeView.Get(); }
+    [[nodiscard]] const hxk::View2D* GetView2D() const { return m_workflow.m_view2D.Get(); }
 
 private:
     const TouchWorkflow& m_workflow;

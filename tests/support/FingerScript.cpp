@@ -124,6 +124,7 @@ FingerScript FingerScript::On2DView(const std::string& kind, const viewer::HostS
 FingerScript::FingerScript(const viewer::ViewSpec& view, const viewer::HostSettings& settings) : m_viewer(settings) {
     m_viewer.SetView(view);
     m_viewer.LoadComponent(TOUCHNAV_PLUGIN, view.kind == "other" ? "shapeview" : view.kind);
+    CheckInvariantsOfNewView();
     Tick();
 }
 
@@ -166,8 +167,7 @@ FingerScript& FingerScript::Frame(const std::vector<viewer::TouchRecord>& record
     viewer::TouchFrame frame;
     frame.count = count;
     std::copy(records.begin(), records.end(), frame.records.begin());
-    m_answer = m_viewer.Touch(frame);
-    return *this;
+    return Send(frame);
 }
 
 FingerScript::Finger& FingerScript::Find(int id) {
@@ -190,7 +190,31 @@ FingerScript& FingerScript::SendFrame() {
     for (Finger& finger : m_fingers) {
         finger.flags = viewer::TouchMove;
     }
+    return Send(frame);
+}
+
+FingerScript& FingerScript::Send(const viewer::TouchFrame& frame) {
+    m_invariants.NoteFrame(frame);
     m_answer = m_viewer.Touch(frame);
+    return CheckInvariants();
+}
+
+FingerScript& FingerScript::CheckInvariants() {
+    if (m_viewer.GetComponent() != nullptr) {
+        EXPECT_EQ(m_invariants.FindFault(Component(), !m_viewer.IsTransitionPlaying()), "");
+    }
+    return *this;
+}
+
+FingerScript& FingerScript::CheckInvariantsOfNewView() {
+    if (m_viewer.GetComponent() != nullptr) {
+        m_invariants.NoteView(Component());
+    }
+    return ForgetReferences().CheckInvariants();
+}
+
+FingerScript& FingerScript::ForgetReferences() {
+    m_invariants.ForgetReferences();
     return *this;
 }
 
@@ -198,7 +222,7 @@ FingerScript& FingerScript::Tick(int milliseconds) {
     m_hostTime += milliseconds;
     m_touchTime += milliseconds;
     m_answer = m_viewer.Tick(m_hostTime, milliseconds);
-    return *this;
+    return CheckInvariants();
 }
 
 FingerScript& FingerScript::Wait(int milliseconds) {
@@ -228,35 +252,35 @@ FingerScript& FingerScript::SwitchMode() {
 
 FingerScript& FingerScript::Mouse(const std::string& type, int x, int y) {
     m_answer = m_viewer.Mouse(type, x, y);
-    return *this;
+    return CheckInvariants();
 }
 
 FingerScript& FingerScript::Mode(const std::string& mode, const std::string& workflow) {
     m_answer = m_viewer.SetMode(workflow, mode);
-    return *this;
+    return CheckInvariants();
 }
 
 FingerScript& FingerScript::Preferences(const std::optional<viewer::PreferenceValues>& values,
                                         const std::string& workflow) {
     m_answer = m_viewer.UpdatePreferences(values, workflow);
-    return *this;
+    return ForgetReferences().CheckInvariants();
 }
 
 FingerScript& FingerScript::StatusBar() {
     m_answer = m_viewer.UpdateStatusBar();
-    return *this;
+    return CheckInvariants();
 }
 
 FingerScript& FingerScript::SetView(const std::optional<viewer::ViewSpec>& view) {
     m_viewer.SetView(view);
     m_answer.reset();
-    return *this;
+    return CheckInvariantsOfNewView();
 }
 
 FingerScript& FingerScript::Change(const viewer::ViewChange& change) {
     m_viewer.ChangeView(change);
     m_answer.reset();
-    return *this;
+    return CheckInvariantsOfNewView();
 }
 
 std::string FingerScript::AnswerTo(const std::string& mouseType) {

@@ -5,10 +5,12 @@
 //     s.Down(1, 400, 300).Tick(100).Up(1);
 //     s.ExpectActions({"StopTransition", "MsgClickLeft 400 300 passed"});
 //
-// Host time and touch time go on together, but do not start from the same number.
+// Host time and touch time go on together, but do not start from the same number. After every event of a story the
+// invariants are checked.
 #pragma once
 
 #include "host/dg/Camera3D.h"
+#include "tests/support/Invariants.h"
 #include "touch/Inspection.h"
 #include "viewer/ReferenceViewer.h"
 
@@ -81,6 +83,8 @@ public:
     FingerScript& StatusBar();
     FingerScript& SetView(const std::optional<viewer::ViewSpec>& view);
     FingerScript& Change(const viewer::ViewChange& change);
+    // The test has taken or let go references to what the component shares: those before the next touch count anew.
+    FingerScript& ForgetReferences();
 
     // The component's answer to the latest input; none where it was not asked.
     [[nodiscard]] std::optional<bool> Answer() const noexcept { return m_answer; }
@@ -143,10 +147,14 @@ private:
     FingerScript(const viewer::ViewSpec& view, const viewer::HostSettings& settings);
     Finger& Find(int id);
     FingerScript& SendFrame();
+    FingerScript& Send(const viewer::TouchFrame& frame);
+    FingerScript& CheckInvariants();
+    FingerScript& CheckInvariantsOfNewView();
     [[nodiscard]] std::vector<viewer::Call> CallsSinceMark() const;
     void Compare(const char* what, const Texts& actual, const Texts& expected, const char* file, int line);
 
     mutable viewer::ReferenceViewer m_viewer;
+    Invariants m_invariants;
     std::vector<Finger> m_fingers;
     std::int64_t m_hostTime = 10000;
     std::int32_t m_touchTime = 500000;

@@ -53,5 +53,37 @@ TEST(FingerScript, FailsOnATraceThatWasNotAnnounced) {
     EXPECT_NONFATAL_FAILURE(pinch("something else"), "texts on the trace channel");
 }
 
+// Whatever changes behind the story's back is a fault; what the story announces is not.
+TEST(Invariants, NoticeReferencesThatATouchLeavesBehind) {
+    FingerScript s = FingerScript::OnShapeView();
+    s.Down(1, 300, 300).Move(1, 400, 300);
+    du::SmartPtr<hxk::View> kept = s.Component().GetView();
+    EXPECT_NONFATAL_FAILURE(s.Up(1).Tick(600), "view 1 to 2");
+    kept = nullptr;
+    s.Tick();
+    const du::SmartPtr<hxk::View> announced = s.Component().GetView();
+    s.ForgetReferences().Down(1, 300, 300).Up(1).Tick(600);
+}
+
+TEST(Invariants, NoticeASkewedCameraExceptAfterInputThatMaySkewIt) {
+    FingerScript s = FingerScript::OnShapeView();
+    viewer::ViewChange skewed;
+    skewed.camera = OrthographicView().camera;
+    skewed.camera->location.SetMat(dg::FMat33({1, 0, 0}, {0.01F, 1, 0}, {0, 0, 1}));
+    viewer::ViewChange sound;
+    sound.camera = OrthographicView().camera;
+
+    s.Viewer().ChangeView(skewed);
+    EXPECT_NONFATAL_FAILURE(s.Tick(), "not orthonormal");
+    s.Change(skewed).Tick();
+    s.Change(sound).Frame({{1, 2'000'000'000, 1, 1, viewer::TouchDown}}, 1);
+    s.Viewer().ChangeView(skewed);
+    s.Tick();
+
+    s.Change(sound).Tick(600).Change(sound);
+    s.Viewer().ChangeView(skewed);
+    EXPECT_NONFATAL_FAILURE(s.Tick(), "not orthonormal");
+}
+
 }  // namespace
 }  // namespace tests

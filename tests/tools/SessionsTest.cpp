@@ -3,6 +3,7 @@
 #include "replay/Player.h"
 #include "replay/SessionReader.h"
 #include "replay/TraceWriter.h"
+#include "tests/support/Invariants.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -34,7 +35,11 @@ std::string Replayed(const fs::path& path) {
     const replay::Session session = replay::ReadSessionFile(path.string());
     replay::Player player(session, TOUCHNAV_PLUGIN, nullptr);
     std::ostringstream trace;
-    player.Play([&](const replay::Observation& observation) { replay::WriteTraceLine(observation, trace); });
+    const auto& component = static_cast<const touch::TouchWorkflow&>(*player.GetViewer().GetComponent());
+    player.Play([&](const replay::Observation& observation) {
+        replay::WriteTraceLine(observation, trace);
+        ASSERT_EQ(tests::FindStateFault(component), "") << "event " << observation.number;
+    });
     return trace.str();
 }
 
