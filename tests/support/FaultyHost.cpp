@@ -424,6 +424,11 @@ du::SmartPtr<touch::TouchWorkflow> FaultyHost::MakeAnother(const char* name) {
     return du::SmartPtr<touch::TouchWorkflow>(new CountedComponent(du::Symbol(name), s_components));
 }
 
+void FaultyHost::Install(const du::SmartPtr<touch::TouchWorkflow>& component) {
+    m_component = component;
+    SetManager(true);
+}
+
 void FaultyHost::SetView(ViewKind kind) {
     if (m_component) {
         m_component->SetView(MakeView(*this, kind));

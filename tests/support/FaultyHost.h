@@ -181,6 +181,8 @@ public:
     // Null once it was dropped. The host keeps no other reference.
     [[nodiscard]] touch::TouchWorkflow* Component() const noexcept { return m_component.Get(); }
     void Drop() { m_component = nullptr; }
+    // Puts a component in the place of the host's own and gives it its manager.
+    void Install(const du::SmartPtr<touch::TouchWorkflow>& component);
     // Another component of this host, detached, for assignments.
     [[nodiscard]] du::SmartPtr<touch::TouchWorkflow> MakeAnother(const char* name);
     // Attaches a new view of a kind; None detaches. Without a component nothing.

@@ -8,8 +8,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
-#include <set>
-#include <vector>
+#include <limits>
 
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer)
@@ -69,11 +68,11 @@ std::optional<Picture> GetPicture(const hxk::View* view) {
     return std::nullopt;
 }
 
-double GetReach(const dg::DPoint3D& point) {
-    return std::max({std::abs(point.x), std::abs(point.y), std::abs(point.z)});
+// These answer false for what is not a number.
+bool IsWithin(const dg::DPoint3D& point, double limit) {
+    return std::abs(point.x) <= limit && std::abs(point.y) <= limit && std::abs(point.z) <= limit;
 }
 
-// Answers false for what is not a number.
 bool IsLength(double value) {
     return value >= SmallestLength && value <= LargestLength;
 }
@@ -91,7 +90,7 @@ bool IsOrthonormal(const dg::Location& location) {
 }
 
 bool IsSensible(const Picture& picture) {
-    return IsOrthonormal(picture.location) && GetReach(picture.location.GetPos()) <= LargestLength &&
+    return IsOrthonormal(picture.location) && IsWithin(picture.location.GetPos(), LargestLength) &&
            IsLength(picture.width) && IsLength(picture.height) && picture.pixelWidth >= SmallestViewport &&
            picture.pixelHeight >= SmallestViewport && picture.pixelWidth <= LargestPixel &&
            picture.pixelHeight <= LargestPixel;
@@ -101,7 +100,7 @@ bool IsSensible(const hxk::View* view) {
     if (const auto* shape = dynamic_cast<const hxk::ShapeView*>(view)) {
         dg::DPoint3D center;
         shape->GetSpinCenter(center);
-        if (!(GetReach(center) <= LargestLength) || !(std::abs(shape->GetNavSpeed()) <= LargestLength)) {
+        if (!IsWithin(center, LargestLength) || !(std::abs(shape->GetNavSpeed()) <= LargestLength)) {
             return false;
         }
     }
@@ -120,42 +119,63 @@ bool TracksFingers(const WorkflowInspector& state) {
                        [](const touch::TouchState& slot) { return slot.id != touch::FreeSlotId; });
 }
 
-template <class Fingers>
-std::vector<std::int32_t> GetIds(const Fingers& fingers) {
-    std::vector<std::int32_t> ids;
-    for (const touch::TouchState& finger : fingers) {
-        ids.push_back(finger.id);
+// The ids of listed fingers; more than there are slots for are a fault by themselves.
+class IdList {
+public:
+    template <class Fingers>
+    bool Append(const Fingers& fingers) {
+        for (const touch::TouchState& finger : fingers) {
+            if (m_count == m_ids.size()) {
+                return false;
+            }
+            m_ids[m_count++] = finger.id;
+        }
+        return true;
     }
-    return ids;
+    [[nodiscard]] const std::int32_t* begin() const { return m_ids.data(); }
+    [[nodiscard]] const std::int32_t* end() const { return m_ids.data() + m_count; }
+
+private:
+    std::array<std::int32_t, touch::SlotCount> m_ids{};
+    std::size_t m_count = 0;
+};
+
+std::string FindSlotFault(const WorkflowInspector& state) {
+    const auto& slots = state.GetSlots();
+    for (auto slot = slots.begin(); slot != slots.end(); ++slot) {
+        if (slot->id == touch::FreeSlotId) {
+            if (*slot != touch::TouchState{}) {
+                return "a free slot holds values";
+            }
+        } else if (std::any_of(slots.begin(), slot, [&](const auto& other) { return other.id == slot->id; })) {
+            return "two slots for id " + std::to_string(slot->id);
+        }
+    }
+    return "";
 }
 
 std::string FindFingerFault(const WorkflowInspector& state) {
-    std::set<std::int32_t> slots;
-    for (const touch::TouchState& slot : state.GetSlots()) {
-        if (slot.id == touch::FreeSlotId && slot != touch::TouchState{}) {
-            return "a free slot holds values";
+    const auto& slots = state.GetSlots();
+    IdList fingers;
+    IdList hands;
+    if (!fingers.Append(state.GetFingerList()) || !hands.Append(state.GetLeftHand()) ||
+        !hands.Append(state.GetRightHand())) {
+        return "more listed fingers than slots";
+    }
+    for (const std::int32_t& id : fingers) {
+        if (std::find(fingers.begin(), &id, id) != &id) {
+            return "a finger is listed twice";
         }
-        if (slot.id != touch::FreeSlotId && !slots.insert(slot.id).second) {
-            return "two slots for id " + std::to_string(slot.id);
+        if (std::none_of(slots.begin(), slots.end(), [&](const auto& slot) { return slot.id == id; })) {
+            return "a listed finger has no slot";
         }
     }
-    const std::vector<std::int32_t> fingers = GetIds(state.GetFingerList());
-    if (std::set(fingers.begin(), fingers.end()).size() != fingers.size()) {
-        return "a finger is listed twice";
-    }
-    const auto hasNoSlot = [&](std::int32_t id) { return !slots.contains(id); };
-    if (std::any_of(fingers.begin(), fingers.end(), hasNoSlot)) {
-        return "a listed finger has no slot";
-    }
-    std::vector<std::int32_t> hands = GetIds(state.GetLeftHand());
-    const std::vector<std::int32_t> right = GetIds(state.GetRightHand());
-    hands.insert(hands.end(), right.begin(), right.end());
-    if (hands != fingers) {
+    if (!std::equal(hands.begin(), hands.end(), fingers.begin(), fingers.end())) {
         return "the hands have other fingers than the list";
     }
-    const int first = fingers.empty() ? touch::FreeSlotId : fingers.front();
-    const int second = fingers.empty() ? touch::FreeSlotId : fingers.back();
-    if (state.GetFirstFingerId() != first || state.GetSecondFingerId() != second) {
+    const bool none = fingers.begin() == fingers.end();
+    if (state.GetFirstFingerId() != (none ? touch::FreeSlotId : *fingers.begin()) ||
+        state.GetSecondFingerId() != (none ? touch::FreeSlotId : *(fingers.end() - 1))) {
         return "the first and second finger are not the ends of the list";
     }
     return "";
@@ -165,6 +185,9 @@ std::string FindFingerFault(const WorkflowInspector& state) {
 
 std::string FindStateFault(const touch::TouchWorkflow& workflow) {
     const WorkflowInspector state(workflow);
+    if (std::string fault = FindSlotFault(state); !fault.empty()) {
+        return fault;
+    }
     if (std::string fault = FindFingerFault(state); !fault.empty()) {
         return fault;
     }
@@ -227,7 +250,7 @@ std::string Invariants::FindCameraFault(const touch::TouchWorkflow& workflow) {
     if (!IsOrthonormal(picture->location)) {
         return "the camera's axes are not orthonormal";
     }
-    if (!std::isfinite(GetReach(picture->location.GetPos())) || !std::isfinite(picture->width)) {
+    if (!IsWithin(picture->location.GetPos(), std::numeric_limits<double>::max()) || !std::isfinite(picture->width)) {
         return "the camera's position or width is not finite";
     }
     m_sensible = IsSensible(*picture);

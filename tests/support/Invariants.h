@@ -27,6 +27,8 @@ class Invariants {
 public:
     // Before a frame is sent.
     void NoteFrame(const viewer::TouchFrame& frame);
+    // A call came from within a call, or as no screen and no host would make it.
+    void NoteDisorder() { m_sensible = false; }
     // After the host has opened a view, or changed the camera or another property of it.
     void NoteView(const touch::TouchWorkflow& workflow);
     // The host or a test has taken or let go references to the component, its views or its markup.
