@@ -14,7 +14,7 @@ namespace touch {
 
 void TouchWorkflow::RequestBounds() {
     if (const du::SmartPtr<TouchGetBoundsEvent> earlier = m_boundsEvent) {
-        earlier->Cancel();
+        earlier->Withdraw();
     }
     // Held here too: the host may answer, and so end the request, before it returns.
     const du::SmartPtr<TouchGetBoundsEvent> request(new TouchGetBoundsEvent(du::SmartPtr<TouchWorkflow>(this)));

@@ -32,4 +32,30 @@ void TouchGetBoundsEvent::OnComplete(int status) {
     });
 }
 
+void TouchGetBoundsEvent::Withdraw() {
+    // Held here: the one that waits may have the last reference, and the host lets it go on Cancel.
+    const du::SmartPtr<TouchGetBoundsEvent> held(this);
+    if (m_workflow && m_workflow->m_boundsEvent == this) {
+        m_workflow->m_boundsEvent = nullptr;
+    }
+    Cancel();
+}
+
+RequestInFlight::RequestInFlight(const RequestInFlight& other)
+    : du::SmartPtr<TouchGetBoundsEvent>(other.GetInFlight()) {}
+
+RequestInFlight& RequestInFlight::operator=(const RequestInFlight& other) {
+    *this = other.GetInFlight();
+    return *this;
+}
+
+RequestInFlight::~RequestInFlight() = default;
+
+du::SmartPtr<TouchGetBoundsEvent> RequestInFlight::GetInFlight() const {
+    if (*this == nullptr || Get()->IsComplete() || Get()->IsCancelled()) {
+        return nullptr;
+    }
+    return *this;
+}
+
 }  // namespace touch

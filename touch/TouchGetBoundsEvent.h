@@ -20,6 +20,9 @@ public:
     du::Symbol GetClassName() const override;
     // Status 0: the workflow receives the computed box; anything else: an empty one.
     void OnComplete(int status) override;
+    // Cancels the request for a workflow that asks anew. It may be the request of another one, which has shared it:
+    // that one stops waiting too. The two would otherwise hold each other for good.
+    void Withdraw();
 
 private:
     du::SmartPtr<TouchWorkflow> m_workflow;

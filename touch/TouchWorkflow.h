@@ -18,6 +18,7 @@
 #include "host/workflow/SimpleWorkflow.h"
 #include "touch/FrameView.h"
 #include "touch/GestureTypes.h"
+#include "touch/RequestInFlight.h"
 #include "touch/Thresholds.h"
 #include "touch/TouchApi.h"
 #include "touch/TouchState.h"
@@ -135,6 +136,7 @@ protected:
     [[nodiscard]] double GetFixedDigitNumber(double value, int digits) const;
 
 private:
+    friend class TouchGetBoundsEvent;
     friend class WorkflowInspector;
 
     enum class FrameKind : std::uint8_t {
@@ -329,7 +331,7 @@ private:
     du::SmartPtr<SpinCenterMarkup> m_spinCenterMarkup;  // exists while the preference shows the rotation centre
     du::SmartPtr<hxk::ShapeView> m_shapeView;           // of the latest frame on a 3D view; replaced, never cleared
     du::SmartPtr<hxk::View2D> m_view2D;                 // of the latest frame on a 2D view; replaced, never cleared
-    du::SmartPtr<TouchGetBoundsEvent> m_boundsEvent;    // the request in flight, which holds this workflow in turn
+    RequestInFlight m_boundsEvent;                      // the request in flight, which holds this workflow in turn
 
     // The view of the frame that is being processed; one of them at most.
     FrameView<hxk::ShapeView> m_frameShapeView;

@@ -1,7 +1,11 @@
 // The request for the model's box, and every way in which it can end.
+#include "host/workflow/ConstStrings.h"
 #include "tests/support/FingerScript.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
 
 namespace tests {
 namespace {
@@ -83,6 +87,36 @@ TEST(SceneBounds, ANewRequestCancelsTheOneThatWaits) {
     s.Tick().Tick();
     EXPECT_EQ(s.Inspect().GetBoundsEvent(), nullptr);
     EXPECT_EQ(s.Inspect().GetModelBounds(), ExploreView().bounds);
+}
+
+// A workflow and its request must not go on holding each other when the request has ended for a copy.
+TEST(SceneBounds, ARequestThatEndedIsNotTakenBackFromACopy) {
+    FingerScript s = FingerScript::OnShapeView();
+    Pinch(s);
+    const touch::TouchWorkflow copy(s.Component());
+    ASSERT_NE(touch::WorkflowInspector(copy).GetBoundsEvent(), nullptr);
+    s.Tick();
+    ASSERT_EQ(s.Inspect().GetBoundsEvent(), nullptr);
+    s.Component() = copy;
+    EXPECT_EQ(s.Inspect().GetBoundsEvent(), nullptr);
+    EXPECT_EQ(touch::WorkflowInspector(touch::TouchWorkflow(copy)).GetBoundsEvent(), nullptr);
+}
+
+TEST(SceneBounds, ACopyThatAsksAnewEndsTheWaitingOfBoth) {
+    FingerScript s = FingerScript::OnShapeView(ExploreView(), Answering(BoundsAnswer::Never));
+    s.Down({{1, 350, 300}, {2, 650, 300}});
+    const du::SmartPtr<touch::TouchWorkflow> copy(new touch::TouchWorkflow(s.Component()));
+    const touch::TouchGetBoundsEvent* shared = s.Inspect().GetBoundsEvent();
+    ASSERT_NE(shared, nullptr);
+    workflow::TouchMsg::Integers pinched{};
+    pinched.fill(-1);
+    const int records[] = {2, 1, 300, 300, s.TouchTime() + 10, 1, 2, 700, 300, s.TouchTime() + 10, 1};
+    std::copy(std::begin(records), std::end(records), pinched.begin() + 1);
+    copy->HandleMsg(workflow::TouchMsg(workflow::ConstStrings::MsgTouch, pinched));
+    EXPECT_NE(touch::WorkflowInspector(*copy).GetBoundsEvent(), nullptr);
+    EXPECT_NE(touch::WorkflowInspector(*copy).GetBoundsEvent(), shared);
+    EXPECT_EQ(s.Inspect().GetBoundsEvent(), nullptr);
+    EXPECT_EQ(s.Component().GetReferenceCount(), 1) << "the host's";
 }
 
 TEST(SceneBounds, TheAnswerIsTheBoxOfTheAskedViewAtThatMomentEvenAfterTheTouch) {
