@@ -2,6 +2,7 @@
 
 #include "host/workflow/ConstStrings.h"
 #include "touch/CameraSpinTransition.h"
+#include "touch/Factory.h"
 #include "touch/Inspection.h"
 
 #include <algorithm>
@@ -49,6 +50,16 @@ workflow::TouchMsg MakeMessage(const viewer::TouchFrame& frame) {
         }
     }
     return {ConstStrings::MsgTouch, integers};
+}
+
+// A component from the plug-in's factory, which knows what it is asked for.
+du::SmartPtr<touch::TouchWorkflow> Create(Choices& choices) {
+    const char* const viewType = choices.Chance(90) ? "shapeview" : "other";
+    du::SmartPtr<workflow::Workflow> created;
+    HXDllInit();
+    HXDllCreateComponent(viewType, "workflow", "touch", created);
+    HXDllTerminate();
+    return du::SmartPtr<touch::TouchWorkflow>(dynamic_cast<touch::TouchWorkflow*>(created.Get()));
 }
 
 dg::FMat33 ChooseAxes(Choices& choices) {
@@ -351,7 +362,7 @@ void HostileSession::CallBackLater() {
 }
 
 void HostileSession::CopyOrDrop() {
-    const int what = m_choices.Below(8);
+    const int what = m_choices.Below(10);
     touch::TouchWorkflow* main = m_host.Component();
     Note("components", what, static_cast<std::int64_t>(m_companions.size()));
     if (what < 2 && main != nullptr) {
@@ -372,16 +383,46 @@ void HostileSession::CopyOrDrop() {
         m_host.Install(other.workflow);
     } else if (what < 7 && !m_companions.empty()) {
         m_companions.erase(m_companions.begin());
+    } else if (what < 8) {
+        CallBesideTheDispatch();
     } else {
         m_invariants = Invariants();
-        m_host.Install(m_host.MakeAnother("touch"));
+        m_host.Install(m_choices.Chance(50) ? m_host.MakeAnother("touch") : Create(m_choices));
         m_host.SetView(ViewKind::Shape);
     }
-    m_invariants.ShareRequest();
+    NoteKinship(m_invariants);
     for (Companion& companion : m_companions) {
-        companion.invariants.ShareRequest();
+        NoteKinship(companion.invariants);
     }
     NoteHostChange();
+}
+
+void HostileSession::NoteKinship(Invariants& invariants) const {
+    invariants.ShareRequest();
+    if (m_depth > 0) {
+        invariants.NoteCopyInCall();
+    }
+}
+
+// What a component offers to other callers than the dispatch. A box that nobody asked for is taken all the same.
+void HostileSession::CallBesideTheDispatch() {
+    touch::TouchWorkflow* main = m_host.Component();
+    if (main == nullptr) {
+        return;
+    }
+    const du::SmartPtr<touch::TouchWorkflow> held(main);
+    main->ReceiveBounds(m_choices.Chance(50) ? m_host.answers.box : dg::DBox::EMPTY);
+    main->SingleFinger2DInitialize(0, 0);
+    main->SetOriginalViewWidth(m_choices.Chance(50) ? main->GetViewWidth() : main->GetOriginalViewWidth());
+    // Any numbers may be in the snapshot; reading it must do no harm.
+    static_cast<void>(main->GetPixelCenter());
+    static_cast<void>(main->GetCameraLocation());
+    static_cast<void>(main->GetCameraU() + main->GetCameraV() + main->GetCameraW());
+    if (main->IsOrthographic() == main->IsPerspective() || main->TraceMouseAndKeys() ||
+        !(main->GetObjectClass() == touch::TouchWorkflow::s_class)) {
+        m_fault = "the component contradicts itself";
+    }
+    NoteDisorder();
 }
 
 void HostileSession::NoteHostChange() {
@@ -394,7 +435,18 @@ void HostileSession::NoteHostChange() {
         companion.invariants.NoteView(*companion.workflow);
         companion.invariants.ForgetReferences();
     }
+    ShareDisorder();
     m_checking = false;
+}
+
+// They all move one camera: what one component may do to it, all may find.
+void HostileSession::ShareDisorder() {
+    const bool isSensible =
+        m_invariants.IsSensible() && std::all_of(m_companions.begin(), m_companions.end(),
+                                                 [](const Companion& other) { return other.invariants.IsSensible(); });
+    if (!isSensible) {
+        NoteDisorder();
+    }
 }
 
 void HostileSession::NoteDisorder() {
@@ -416,6 +468,7 @@ void HostileSession::Note(const char* name, std::int64_t first, std::int64_t sec
 
 void HostileSession::CheckInvariants() {
     m_checking = true;
+    ShareDisorder();
     if (m_host.Component() != nullptr) {
         CheckInvariants(*m_host.Component(), m_invariants);
     }

@@ -65,11 +65,15 @@ private:
     void EndTransition();
     void CallBackLater();
     void CopyOrDrop();
+    void CallBesideTheDispatch();
     void DoSomething(int what);
 
     // After the host has changed what the components see or share.
     void NoteHostChange();
     void NoteDisorder();
+    void ShareDisorder();
+    // After components were copied or assigned.
+    void NoteKinship(Invariants& invariants) const;
     void Note(const char* name, std::int64_t first = 0, std::int64_t second = 0);
     void CheckInvariants();
     void CheckInvariants(const touch::TouchWorkflow& workflow, Invariants& invariants);

@@ -89,14 +89,14 @@ bool IsOrthonormal(const dg::Location& location) {
     return true;
 }
 
-bool IsSensible(const Picture& picture) {
+bool IsSensiblePicture(const Picture& picture) {
     return IsOrthonormal(picture.location) && IsWithin(picture.location.GetPos(), LargestLength) &&
            IsLength(picture.width) && IsLength(picture.height) && picture.pixelWidth >= SmallestViewport &&
            picture.pixelHeight >= SmallestViewport && picture.pixelWidth <= LargestPixel &&
            picture.pixelHeight <= LargestPixel;
 }
 
-bool IsSensible(const hxk::View* view) {
+bool IsSensibleView(const hxk::View* view) {
     if (const auto* shape = dynamic_cast<const hxk::ShapeView*>(view)) {
         dg::DPoint3D center;
         shape->GetSpinCenter(center);
@@ -105,7 +105,7 @@ bool IsSensible(const hxk::View* view) {
         }
     }
     const std::optional<Picture> picture = GetPicture(view);
-    return picture && IsSensible(*picture);
+    return picture && IsSensiblePicture(*picture);
 }
 
 bool IsOnScreen(const viewer::TouchFrame& frame) {
@@ -191,9 +191,6 @@ std::string FindStateFault(const touch::TouchWorkflow& workflow) {
     if (std::string fault = FindFingerFault(state); !fault.empty()) {
         return fault;
     }
-    if (state.GetLastFingerCount() != 0 && state.GetLastFingerCount() != state.GetFingerCount()) {
-        return "the last finger count is neither 0 nor the latest frame's";
-    }
     if (touch::NameOf(state.GetGesture()) == "?" || touch::NameOf(state.GetGestureState()) == "?") {
         return "a gesture or state without a name";
     }
@@ -223,14 +220,19 @@ void Invariants::NoteFrame(const viewer::TouchFrame& frame) {
 }
 
 void Invariants::NoteView(const touch::TouchWorkflow& workflow) {
-    m_sensible = (m_sensible || !TracksFingers(WorkflowInspector(workflow))) && IsSensible(workflow.GetView().Get());
+    m_sensible =
+        (m_sensible || !TracksFingers(WorkflowInspector(workflow))) && IsSensibleView(workflow.GetView().Get());
 }
 
 std::string Invariants::FindFault(const touch::TouchWorkflow& workflow, bool settled) {
     if (std::string fault = FindStateFault(workflow); !fault.empty()) {
         return fault;
     }
-    const touch::TouchGetBoundsEvent* request = WorkflowInspector(workflow).GetBoundsEvent();
+    const WorkflowInspector state(workflow);
+    if (!m_copiedInCall && state.GetLastFingerCount() != 0 && state.GetLastFingerCount() != state.GetFingerCount()) {
+        return "the last finger count is neither 0 nor the latest frame's";
+    }
+    const touch::TouchGetBoundsEvent* request = state.GetBoundsEvent();
     if (request != nullptr && !m_sharedRequest && (request->IsComplete() || request->IsCancelled())) {
         return "an ended bounds request is still waited for";
     }
@@ -253,7 +255,7 @@ std::string Invariants::FindCameraFault(const touch::TouchWorkflow& workflow) {
     if (!IsWithin(picture->location.GetPos(), std::numeric_limits<double>::max()) || !std::isfinite(picture->width)) {
         return "the camera's position or width is not finite";
     }
-    m_sensible = IsSensible(*picture);
+    m_sensible = IsSensiblePicture(*picture);
     return "";
 }
 

@@ -29,10 +29,15 @@ public:
     void NoteFrame(const viewer::TouchFrame& frame);
     // A call came from within a call, or as no screen and no host would make it.
     void NoteDisorder() { m_sensible = false; }
+    // Whether the camera must be sound now.
+    [[nodiscard]] bool IsSensible() const { return m_sensible; }
     // After the host has opened a view, or changed the camera or another property of it.
     void NoteView(const touch::TouchWorkflow& workflow);
     // The host or a test has taken or let go references to the component, its views or its markup.
     void ForgetReferences() { m_atRest.reset(); }
+    // The component has been copied or assigned in the middle of a call: what it got is the
+    // state of a frame that is half done.
+    void NoteCopyInCall() { m_copiedInCall = true; }
     // Another workflow has become the owner of the component's bounds request too.
     void ShareRequest() { m_sharedRequest = true; }
 
@@ -56,6 +61,7 @@ private:
 
     bool m_sensible = false;       // the input, since the host last set the camera
     bool m_sharedRequest = false;  // a shared request can end without the component
+    bool m_copiedInCall = false;
     std::optional<OuterReferences> m_atRest;
 };
 
