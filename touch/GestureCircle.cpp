@@ -37,8 +37,8 @@ void TouchWorkflow::MeasureGestureCircle(double& angle) {
     if (m_rightHandList.empty()) {
         return;
     }
-    const PixelPosition first = GetFingerPixel(m_rightHandList.front().id);
-    const PixelPosition last = GetFingerPixel(m_rightHandList.back().id);
+    const PixelPosition first = GetFingerPosition(m_rightHandList.front().id);
+    const PixelPosition last = GetFingerPosition(m_rightHandList.back().id);
     angle = FoldToFullTurn(GetRotationAngle(first.x, last.x, first.y, last.y));
     m_gestureCenter = m_rightHandCenter;
     m_gestureSpan = m_rightHandSize;

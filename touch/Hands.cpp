@@ -63,10 +63,10 @@ void TouchWorkflow::GetHandsProperties() {
         if (hand.empty()) {
             return;
         }
-        PixelPosition low = GetFingerPixel(hand.front().id);
+        PixelPosition low = GetFingerPosition(hand.front().id);
         PixelPosition high = low;
         for (auto finger = std::next(hand.begin()); finger != hand.end(); ++finger) {
-            const PixelPosition place = GetFingerPixel(finger->id);
+            const PixelPosition place = GetFingerPosition(finger->id);
             low = {std::min(low.x, place.x), std::min(low.y, place.y)};
             high = {std::max(high.x, place.x), std::max(high.y, place.y)};
         }

@@ -31,8 +31,8 @@ double TouchWorkflow::GetRotationAngle(dg::DPoint2D p1, dg::DPoint2D p2) const {
 }
 
 double TouchWorkflow::GetTwoFingerDistance(int id1, int id2) const {
-    const PixelPosition p1 = GetFingerPixel(id1);
-    const PixelPosition p2 = GetFingerPixel(id2);
+    const PixelPosition p1 = GetFingerPosition(id1);
+    const PixelPosition p2 = GetFingerPosition(id2);
     return GetTwoFingerDistance(p1.x, p1.y, p2.x, p2.y);
 }
 
@@ -42,14 +42,9 @@ double TouchWorkflow::GetTwoFingerDistance(int x1, int y1, int x2, int y2) const
     return std::sqrt(dx * dx + dy * dy);
 }
 
-PixelPosition TouchWorkflow::GetFingerPixel(int id) const {
+PixelPosition TouchWorkflow::GetFingerPosition(int id) const {
     const TouchState* finger = FindSlot(id);
     return finger == nullptr ? PixelPosition{} : GetPosition(*finger);
-}
-
-dg::DPoint2D TouchWorkflow::GetFingerPosition(int id) const {
-    const PixelPosition position = GetFingerPixel(id);
-    return {static_cast<double>(position.x), static_cast<double>(position.y)};
 }
 
 void TouchWorkflow::GetWorldDistance() {

@@ -229,8 +229,7 @@ private:
     [[nodiscard]] double GetTwoFingerDistance(int id1, int id2) const;
     [[nodiscard]] double GetTwoFingerDistance(int x1, int y1, int x2, int y2) const;
     // Where a finger is, in view pixels; the origin for a finger without a slot.
-    [[nodiscard]] PixelPosition GetFingerPixel(int id) const;
-    [[nodiscard]] dg::DPoint2D GetFingerPosition(int id) const;
+    [[nodiscard]] PixelPosition GetFingerPosition(int id) const;
     // Takes the model-size scale from the model's bounds and the camera; empty bounds leave it as it is.
     void GetWorldDistance();
 

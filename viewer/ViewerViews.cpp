@@ -6,6 +6,7 @@
 #include "viewer/TransitionPlayer.h"
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 #include <stdexcept>
 
@@ -36,7 +37,10 @@ public:
         if (m_recorder.IsEnabled()) {
             m_recorder.Add(SetWidthCall{"SetOrthoWidth", width});
         }
-        m_orthoWidth = width;
+        // Two fingers that meet in one pixel ask for an infinite width.
+        if (std::isfinite(width)) {
+            m_orthoWidth = width;
+        }
     }
     void SetPosition(const dg::DPoint3D& position) override {
         if (m_recorder.IsEnabled()) {

@@ -67,6 +67,15 @@ TEST(View2DNavigation, AZoomAloneChangesTheView) {
     EXPECT_TRUE(s.Inspect().IsViewChanged());
 }
 
+// They ask for an infinite width, which the view refuses.
+TEST(View2DNavigation, FingersThatMeetInOnePixelLeaveTheWidthAsItIs) {
+    FingerScript s = FingerScript::On2DView();
+    s.Down({{1, 300, 200}, {2, 400, 200}}).Move({{1, 310, 200}, {2, 390, 200}}).Move({{1, 330, 200}, {2, 370, 200}});
+    EXPECT_DOUBLE_EQ(s.View().orthoWidth, 32);
+    s.Move({{1, 350, 200}, {2, 350, 200}});
+    EXPECT_DOUBLE_EQ(s.View().orthoWidth, 32);
+}
+
 TEST(View2DNavigation, AChangeOfFingersTakesNewReferences) {
     FingerScript s = FingerScript::On2DView();
     s.Down({{1, 300, 200}, {2, 400, 200}}).Move({{1, 290, 200}, {2, 410, 200}}).Move({{1, 230, 200}, {2, 470, 200}});

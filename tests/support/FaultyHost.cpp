@@ -4,6 +4,7 @@
 #include "host/workflow/ConstStrings.h"
 
 #include <algorithm>
+#include <cmath>
 #include <type_traits>
 #include <utility>
 
@@ -187,7 +188,10 @@ public:
     void SetOrthoWidth(double width) override {
         this->m_host.Called(HostCall::SetOrthoWidth);
         switch (this->m_host.answers.setters) {
-        case Setters::Store: this->m_host.answers.orthoWidth = width; return;
+        // As a viewer does: two fingers that meet in one pixel ask for an infinite width.
+        case Setters::Store:
+            this->m_host.answers.orthoWidth = std::isinf(width) ? this->m_host.answers.orthoWidth : width;
+            return;
         case Setters::Clamp: this->m_host.answers.orthoWidth = std::clamp(width, 1.0, WidestWindow); return;
         case Setters::Ignore: return;
         }
