@@ -17,8 +17,9 @@ constexpr int UsualPixelsPerInch = 96;
 constexpr double FarthestPosition = 25;
 constexpr double WidestWindow = 25;
 
-constexpr hxk::ClassType EcadPcbType{hxk::EcadPcbViewId, "EcadPcbView", &hxk::View2D::CLASS_TYPE};
-constexpr hxk::ClassType OtherType{1000, "OtherView", &hxk::View::CLASS_TYPE};
+// Not constexpr, as in the viewer: on Windows another library's addresses are no constants.
+const hxk::ClassType EcadPcbType{hxk::EcadPcbViewId, "EcadPcbView", &hxk::View2D::CLASS_TYPE};
+const hxk::ClassType OtherType{1000, "OtherView", &hxk::View::CLASS_TYPE};
 
 void Keep(std::vector<std::string>& texts, std::string text) {
     if (texts.size() == KeptTexts) {
