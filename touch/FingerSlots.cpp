@@ -6,9 +6,20 @@
 #include "touch/FingerMotion.h"
 #include "touch/TouchWorkflow.h"
 
-#include <utility>
-
 namespace touch {
+namespace {
+
+template <class Slots>
+auto FindIn(Slots& slots, int id) -> decltype(slots.data()) {
+    for (auto& slot : slots) {
+        if (slot.id == id || slot.id == FreeSlotId) {
+            return &slot;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
 
 int TouchWorkflow::GetMatchedSlotNumber(int id) const {
     const TouchState* slot = FindSlot(id);
@@ -21,16 +32,11 @@ int TouchWorkflow::GetMatchedId(int slot) const {
 }
 
 TouchState* TouchWorkflow::FindSlot(int id) {
-    return const_cast<TouchState*>(std::as_const(*this).FindSlot(id));
+    return FindIn(m_touchStates, id);
 }
 
 const TouchState* TouchWorkflow::FindSlot(int id) const {
-    for (const TouchState& slot : m_touchStates) {
-        if (slot.id == id || slot.id == FreeSlotId) {
-            return &slot;
-        }
-    }
-    return nullptr;
+    return FindIn(m_touchStates, id);
 }
 
 bool TouchWorkflow::GetFingerIsMoving(int id, int x, int y, bool byIndex) {
