@@ -1,8 +1,12 @@
 # How the two libraries are optimised. A touch frame crosses many small operations that live in source files of their
 # own; these settings let the compiler see them together. None of them changes a result.
 
-include(CheckIPOSupported)
-check_ipo_supported(RESULT TOUCHNAV_IPO LANGUAGES CXX OUTPUT TOUCHNAV_IPO_FAULT)
+# Not for Windows, where g++ 12 then calls into nowhere when the library is loaded.
+set(TOUCHNAV_IPO OFF)
+if(UNIX)
+    include(CheckIPOSupported)
+    check_ipo_supported(RESULT TOUCHNAV_IPO LANGUAGES CXX OUTPUT TOUCHNAV_IPO_FAULT)
+endif()
 
 # touchnav_optimize(TARGET)
 function(touchnav_optimize target)
