@@ -8,6 +8,15 @@
 namespace tests {
 namespace {
 
+// Fingers 1, 2, ... side by side.
+std::vector<Place> InRow(const std::vector<int>& columns) {
+    std::vector<Place> places;
+    for (const int x : columns) {
+        places.push_back({static_cast<int>(places.size()) + 1, x, 300});
+    }
+    return places;
+}
+
 struct OnsetRow {
     const char* name;
     std::vector<Place> from;
@@ -16,52 +25,24 @@ struct OnsetRow {
 };
 
 const OnsetRow OnsetRows[] = {
-    {"in, ratio exactly 1.15", {{1, 100, 300}, {2, 445, 300}}, {{1, 100, 300}, {2, 400, 300}}, false, false},
-    {"in, ratio just above 1.15", {{1, 100, 300}, {2, 445, 300}}, {{1, 100, 300}, {2, 399, 300}}, true, false},
-    {"out, ratio exactly 0.85", {{1, 100, 300}, {2, 440, 300}}, {{1, 100, 300}, {2, 500, 300}}, false, false},
-    {"out, ratio just below 0.85", {{1, 100, 300}, {2, 440, 300}}, {{1, 100, 300}, {2, 501, 300}}, true, false},
-    {"out by a tenth", {{1, 100, 300}, {2, 400, 300}}, {{1, 100, 300}, {2, 430, 300}}, false, false},
-    {"two fingers at 1.5 inches", {{1, 100, 300}, {2, 210, 300}}, {{1, 100, 300}, {2, 244, 300}}, false, false},
-    {"two fingers beyond 1.5 inches", {{1, 100, 300}, {2, 210, 300}}, {{1, 100, 300}, {2, 245, 300}}, true, false},
+    {"in, ratio exactly 1.15", InRow({100, 445}), InRow({100, 400}), false, false},
+    {"in, ratio just above 1.15", InRow({100, 445}), InRow({100, 399}), true, false},
+    {"out, ratio exactly 0.85", InRow({100, 440}), InRow({100, 500}), false, false},
+    {"out, ratio just below 0.85", InRow({100, 440}), InRow({100, 501}), true, false},
+    {"two fingers at 1.5 inches", InRow({100, 210}), InRow({100, 244}), false, false},
+    {"two fingers beyond 1.5 inches", InRow({100, 210}), InRow({100, 245}), true, false},
     {"two fingers turning at 1.5 inches", {{1, 100, 300}, {2, 244, 300}}, {{1, 100, 300}, {2, 100, 444}}, false, false},
     {"twist of 0.2481", {{1, 100, 300}, {2, 400, 300}}, {{1, 100, 300}, {2, 400, 376}}, false, false},
     {"twist of 0.2512", {{1, 100, 300}, {2, 400, 300}}, {{1, 100, 300}, {2, 400, 377}}, false, true},
     {"twist of -0.2512", {{1, 100, 300}, {2, 400, 300}}, {{1, 100, 300}, {2, 400, 223}}, false, true},
     {"pinch and twist at once", {{1, 100, 300}, {2, 400, 300}}, {{1, 100, 300}, {2, 600, 500}}, true, true},
-    {"three with gaps of 2 inches",
-     {{1, 100, 300}, {2, 200, 300}, {3, 300, 300}},
-     {{1, 100, 300}, {2, 292, 300}, {3, 484, 300}},
-     false,
-     false},
-    {"three, right gap beyond 2 inches",
-     {{1, 100, 300}, {2, 200, 300}, {3, 300, 300}},
-     {{1, 100, 300}, {2, 292, 300}, {3, 485, 300}},
-     true,
-     false},
-    {"three, left gap beyond 2 inches",
-     {{1, 100, 300}, {2, 200, 300}, {3, 300, 300}},
-     {{1, 100, 300}, {2, 293, 300}, {3, 485, 300}},
-     true,
-     false},
-    {"four with gaps of 2 inches",
-     {{1, 50, 300}, {2, 150, 300}, {3, 250, 300}, {4, 350, 300}},
-     {{1, 50, 300}, {2, 242, 300}, {3, 434, 300}, {4, 626, 300}},
-     false,
-     false},
-    {"four, last gap beyond 2 inches",
-     {{1, 50, 300}, {2, 150, 300}, {3, 250, 300}, {4, 350, 300}},
-     {{1, 50, 300}, {2, 242, 300}, {3, 434, 300}, {4, 627, 300}},
-     true,
-     false},
-    {"five have no gate",
-     {{1, 100, 300}, {2, 120, 300}, {3, 140, 300}, {4, 160, 300}, {5, 180, 300}},
-     {{1, 100, 300}, {2, 120, 300}, {3, 140, 300}, {4, 160, 300}, {5, 200, 300}},
-     true,
-     false},
-    {"five on one pixel: an infinite ratio",
-     {{1, 100, 300}, {2, 120, 300}, {3, 140, 300}, {4, 160, 300}, {5, 180, 300}},
-     {{1, 100, 300}, {2, 100, 300}, {3, 100, 300}, {4, 100, 300}, {5, 100, 300}},
-     true,
+    {"three with gaps of 2 inches", InRow({100, 200, 300}), InRow({100, 292, 484}), false, false},
+    {"three, right gap beyond 2 inches", InRow({100, 200, 300}), InRow({100, 292, 485}), true, false},
+    {"three, left gap beyond 2 inches", InRow({100, 200, 300}), InRow({100, 293, 485}), true, false},
+    {"four with gaps of 2 inches", InRow({50, 150, 250, 350}), InRow({50, 242, 434, 626}), false, false},
+    {"four, last gap beyond 2 inches", InRow({50, 150, 250, 350}), InRow({50, 242, 434, 627}), true, false},
+    {"five have no gate", InRow({100, 120, 140, 160, 180}), InRow({100, 120, 140, 160, 200}), true, false},
+    {"five on one pixel: an infinite ratio", InRow({100, 120, 140, 160, 180}), InRow({100, 100, 100, 100, 100}), true,
      true},
 };
 

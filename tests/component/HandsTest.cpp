@@ -75,9 +75,6 @@ struct FlightRow {
 };
 
 const FlightRow FlightRows[] = {
-    {"at rest", {1, 200, 300}, {2, 800, 300}, {0, 0, 0}, 0, 0},
-    {"left hand a little up", {1, 200, 303}, {2, 800, 300}, {0, 0, 0}, 0, 0},
-    {"left hand a little down", {1, 200, 297}, {2, 800, 300}, {0, 0, 0}, 0, 0},
     {"left hand down, dead zone", {1, 200, 295}, {2, 800, 300}, {0, 0, 0}, 0, 0},
     {"left hand up, dead zone", {1, 200, 305}, {2, 800, 300}, {0, 0, 0}, 0, 0},
     {"left hand up, beyond it", {1, 200, 306}, {2, 800, 300}, {0, 0, -6 / 30.0 * 0.0022 * 3}, 0, 0},
@@ -85,7 +82,6 @@ const FlightRow FlightRows[] = {
     {"left hand right, in the band", {1, 250, 300}, {2, 800, 300}, {0, 0, 0}, 0, 0},
     {"left hand right, beyond the band", {1, 260, 300}, {2, 800, 300}, {10 / 50.0 * 0.0022, 0, 0}, 0, 0},
     {"left hand left, beyond the band", {1, 140, 300}, {2, 800, 300}, {-10 / 50.0 * 0.0022, 0, 0}, 0, 0},
-    {"right hand a little off", {1, 200, 300}, {2, 797, 303}, {0, 0, 0}, 0, 0},
     {"right hand right, dead zone", {1, 200, 300}, {2, 805, 300}, {0, 0, 0}, 0, 0},
     {"right hand right", {1, 200, 300}, {2, 900, 300}, {0, 0, 0}, 0.04 * 0.2 * 0.5, 0},
     {"right hand left", {1, 200, 300}, {2, 700, 300}, {0, 0, 0}, -0.04 * 0.2 * 0.5, 0},

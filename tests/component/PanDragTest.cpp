@@ -74,19 +74,6 @@ TEST(Pan, ExploringPansOnlyAnOrthographicView) {
     }
 }
 
-TEST(Pan, SwitchedOffItStillTakesTheReferencesOfZoomAndTwist) {
-    FingerScript s = FingerScript::OnShapeView(OrthographicView(), WithSwitch("HXAPP_DONTPAN"));
-    s.Down({{1, 300, 300}, {2, 600, 300}}).ExpectActions({"StopTransition"});
-    s.Move({{1, 320, 300}, {2, 620, 300}}).ExpectNoActions();
-    EXPECT_FALSE(s.Inspect().IsViewChanged());
-    s.Move({{1, 320, 300}, {2, 720, 300}});
-    s.ExpectActions({"ManageObject accepted", "GetBoundingBox all visible", "SetOrthographicWidth"});
-    EXPECT_EQ(s.Component().GetOriginalViewWidth(), 20);
-    EXPECT_TRUE(s.Inspect().IsViewChanged());
-    s.Move({{1, 320, 300}, {2, 680, 500}}).Move({{1, 320, 300}, {2, 670, 520}});
-    EXPECT_EQ(s.Calls<viewer::SetCameraLocationCall>().size(), 1U) << "the twist turns the view";
-}
-
 TEST(Pan, AFrameOnWhichAFingerLiftsMovesNothing) {
     FingerScript s = FingerScript::OnShapeView();
     s.Down({{1, 300, 300}, {2, 600, 300}}).Tick().Move({{1, 200, 200}, {2, 650, 400}}).Mark().Tick();
@@ -109,13 +96,6 @@ TEST(Drag, TurnsTheFingerIntoLeftButtonMessagesThatReachTheOthers) {
     EXPECT_EQ(s.Move(1, 150, 240).Tick(200).Mark().Up(1).Answer(), true);
     s.ExpectNoActions();
     EXPECT_EQ(s.State(), touch::GestureEnded);
-}
-
-TEST(Drag, AShortStillTouchIsAClick) {
-    FingerScript s = FingerScript::OnShapeView();
-    s.SwitchMode().Down(1, 100, 200).Tick(149).Up(1);
-    s.ExpectActions({"MsgMouseLeftDown 100 200 passed", "MsgClickLeft 100 200 passed"});
-    EXPECT_EQ(s.Gesture(), touch::GestureTap);
 }
 
 }  // namespace

@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-
 #include <cmath>
 #include <numbers>
 
@@ -18,77 +16,37 @@ constexpr double Pi = std::numbers::pi;
 TEST(ShapeRecognizer, TheFirstFrameDecidesTheKindAndMeasuresTheCircle) {
     struct Row {
         const char* name;
-        std::vector<viewer::TouchRecord> records;
-        touch::GestureType gesture;
+        std::vector<Place> fingers;
         double span, angle;
         dg::DPoint2D center;
         int first, second;
     };
-    const Row rows[] = {
-        {"one finger", {{5, 100, 200, 9, 2}}, touch::GestureSpin, 0, 0, {100, 200}, 5, 5},
-        {"two of one hand",
-         {{1, 250, 200, 9, 2}, {2, 100, 200, 9, 2}},
-         touch::GesturePanZoomRotate,
-         150,
-         Pi,
-         {175, 200},
-         2,
-         1},
-        {"one above the other",
-         {{1, 100, 300, 9, 2}, {2, 100, 200, 9, 2}},
-         touch::GesturePanZoomRotate,
-         100,
-         Pi / 2,
-         {100, 250},
-         1,
-         2},
-        {"falling to the right",
-         {{1, 100, 300, 9, 2}, {2, 200, 200, 9, 2}},
-         touch::GesturePanZoomRotate,
-         std::sqrt(20000.0),
-         0.75 * Pi,
-         {150, 250},
-         1,
-         2},
-        {"rising to the right",
-         {{1, 100, 200, 9, 2}, {2, 200, 300, 9, 2}},
-         touch::GesturePanZoomRotate,
-         std::sqrt(20000.0),
-         1.25 * Pi,
-         {150, 250},
-         1,
-         2},
-        {"a hand of three: its box, not its ends",
-         {{1, 100, 200, 9, 2}, {2, 150, 240, 9, 2}, {3, 130, 200, 9, 2}},
-         touch::GesturePanZoomRotate,
-         std::sqrt(4100.0),
-         Pi + std::atan2(40, 50),
-         {125, 220},
-         1,
-         2},
-        {"two hands of one finger",
-         {{1, 100, 200, 9, 2}, {2, 580, 200, 9, 2}},
-         touch::GesturePanZoomRotate,
-         480,
-         Pi,
-         {340, 200},
-         1,
-         2},
-        {"two hands: whole pixels for span and angle, halves for the centre",
-         {{1, 100, 200, 9, 2}, {2, 101, 200, 9, 2}, {3, 600, 200, 9, 2}},
-         touch::GesturePanZoomRotate,
-         500,
-         Pi,
-         {350.25, 200},
-         1,
-         3},
-        {"two on one pixel", {{1, 100, 200, 9, 2}, {2, 100, 200, 9, 2}}, touch::GestureSpin, 0, 0, {100, 200}, 1, 2},
-    };
+    const double diagonal = std::sqrt(20000.0);
+    const Row rows[] = {{"one finger", {{5, 100, 200}}, 0, 0, {100, 200}, 5, 5},
+                        {"two of one hand", {{1, 250, 200}, {2, 100, 200}}, 150, Pi, {175, 200}, 2, 1},
+                        {"one above the other", {{1, 100, 300}, {2, 100, 200}}, 100, Pi / 2, {100, 250}, 1, 2},
+                        {"falling to the right", {{1, 100, 300}, {2, 200, 200}}, diagonal, 0.75 * Pi, {150, 250}, 1, 2},
+                        {"rising to the right", {{1, 100, 200}, {2, 200, 300}}, diagonal, 1.25 * Pi, {150, 250}, 1, 2},
+                        {"a hand of three: its box, not its ends",
+                         {{1, 100, 200}, {2, 150, 240}, {3, 130, 200}},
+                         std::sqrt(4100.0),
+                         Pi + std::atan2(40, 50),
+                         {125, 220},
+                         1,
+                         2},
+                        {"two hands: whole pixels for span and angle, halves for the centre",
+                         {{1, 100, 200}, {2, 101, 200}, {3, 600, 200}},
+                         500,
+                         Pi,
+                         {350.25, 200},
+                         1,
+                         3},
+                        {"two on one pixel", {{1, 100, 200}, {2, 100, 200}}, 0, 0, {100, 200}, 1, 2}};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         FingerScript s = FingerScript::OnShapeView();
-        s.Frame(row.records, static_cast<std::int32_t>(row.records.size()));
-        EXPECT_EQ(s.Gesture(), row.gesture) << NameOf(s.Gesture());
+        s.Down(row.fingers);
+        EXPECT_EQ(s.Gesture(), row.span > 0 ? touch::GesturePanZoomRotate : touch::GestureSpin);
         EXPECT_EQ(s.State(), touch::GestureRecognized);
         EXPECT_DOUBLE_EQ(s.Inspect().GetGestureSpan(), row.span);
         EXPECT_DOUBLE_EQ(s.Inspect().GetLastGestureAngle(), row.angle);
@@ -98,19 +56,9 @@ TEST(ShapeRecognizer, TheFirstFrameDecidesTheKindAndMeasuresTheCircle) {
     }
 }
 
-TEST(ShapeRecognizer, TheModeChoosesWhatOneFingerDoes) {
-    FingerScript s = FingerScript::OnShapeView();
-    s.SwitchMode().Down(1, 400, 300);
-    EXPECT_EQ(s.Gesture(), touch::GestureDrag);
-    EXPECT_EQ(s.Answer(), true);
-    s.Down(2, 500, 300);
-    EXPECT_EQ(s.Gesture(), touch::GesturePanZoomRotate);
-}
-
 TEST(ShapeRecognizer, EveryChangeOfTheFingerCountStartsAnew) {
     FingerScript s = FingerScript::OnShapeView();
     s.Down(1, 400, 300).Tick().Move(1, 440, 300);
-    EXPECT_EQ(s.Gesture(), touch::GestureSpin);
     s.Tick().Down(2, 600, 300).ExpectActions({"StopTransition", "SetCameraLocation", "StopTransition"});
     EXPECT_EQ(s.Gesture(), touch::GesturePanZoomRotate);
     EXPECT_EQ(s.Inspect().GetGestureSpan(), 160);
@@ -119,11 +67,6 @@ TEST(ShapeRecognizer, EveryChangeOfTheFingerCountStartsAnew) {
     EXPECT_EQ(s.Tick().Rest().Answer(), true);
     EXPECT_EQ(s.Gesture(), touch::GestureSpin);
     EXPECT_EQ(s.Inspect().GetFirstFingerId(), 2);
-    s.Tick(200).Up(2);
-    EXPECT_EQ(s.State(), touch::GestureEnded);
-    s.Down(3, 400, 300);
-    EXPECT_EQ(s.State(), touch::GestureRecognized);
-    EXPECT_EQ(s.Gesture(), touch::GestureSpin);
 }
 
 TEST(ShapeRecognizer, FingersThatCrossWhileTheCountStaysAreNotSortedAgain) {

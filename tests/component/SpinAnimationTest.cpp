@@ -119,20 +119,5 @@ TEST(SpinAnimation, CarriesTheRotationFromTheCamerasFrameIntoTheWorld) {
     EXPECT_TRUE(AreNear(end.GetPos(), dg::DPoint3D(20 * std::cos(angle), 20 * std::sin(angle), 0), 1e-4));
 }
 
-TEST(SpinAnimation, ANewTouchStopsTheCoasting) {
-    for (const bool twoFingers : {false, true}) {
-        FingerScript s = FingerScript::OnShapeView();
-        Flick(s, 24).Tick().Up(1).Tick().Tick(30);
-        ASSERT_TRUE(s.Viewer().IsTransitionPlaying());
-        const dg::Location under = s.CameraLocation();
-        s.Mark();
-        twoFingers ? s.Down({{1, 300, 300}, {2, 400, 300}}) : s.Down(1, 400, 300);
-        s.ExpectActions({"StopTransition"});
-        s.Tick(200);
-        EXPECT_FALSE(s.Viewer().IsTransitionPlaying());
-        EXPECT_EQ(s.CameraLocation(), under);
-    }
-}
-
 }  // namespace
 }  // namespace tests

@@ -69,21 +69,6 @@ TEST(Spin, TheCenterKeepsItsPlaceOnTheScreenAndIsReadWhenTheSpinStarts) {
     }
 }
 
-TEST(Spin, ManyStepsKeepTheFrameOrthonormal) {
-    FingerScript s = FingerScript::OnShapeView();
-    s.Down(1, 300, 200);
-    for (int i = 0; i < 2000; ++i) {
-        s.Move(1, 500 + 7 * (i % 53 - 26), 300 + 5 * (i % 71 - 35));
-    }
-    const dg::Location camera = s.CameraLocation();
-    const dg::DVec3 u(camera.GetU());
-    const dg::DVec3 v(camera.GetV());
-    EXPECT_NEAR(u.Norm(), 1, 1e-6);
-    EXPECT_NEAR(v.Norm(), 1, 1e-6);
-    EXPECT_NEAR(dg::DotProduct(u, v), 0, 1e-6);
-    EXPECT_TRUE(AreNear(camera.GetW(), dg::CrossProduct(u, v), 1e-6));
-}
-
 // The rays through the finger and the view's middle: 0.001 a pixel over the distance of the view plane.
 TEST(Spin, ExploringWithAPerspectiveCameraLooksAround) {
     struct Row {
@@ -133,14 +118,6 @@ TEST(Spin, LookingAroundTurnsByItsShareWhateverTheAxis) {
     EXPECT_NEAR(std::acos((trace - 1) / 2), 0.6 * between, 1e-5);
 }
 
-TEST(Spin, ExploringWithAnOrthographicCameraSpins) {
-    viewer::ViewSpec view = OrthographicView();
-    view.navMethod = "explore";
-    FingerScript s = FingerScript::OnShapeView(view);
-    s.Down(1, 460, 300).Move(1, 500, 300).Move(1, 524, 300);
-    EXPECT_NEAR(s.CameraLocation().GetPos().x, -2, 1e-6);
-}
-
 TEST(Spin, NeitherSpeedNorResolutionNorSwitchesMatter) {
     viewer::HostSettings settings;
     settings.ppiX = 300;
@@ -150,14 +127,6 @@ TEST(Spin, NeitherSpeedNorResolutionNorSwitchesMatter) {
     FingerScript s = FingerScript::OnShapeView(view, settings);
     s.Down(1, 460, 300).Move(1, 500, 300).Move(1, 524, 300);
     EXPECT_NEAR(s.CameraLocation().GetPos().x, -2, 1e-6);
-}
-
-TEST(Spin, AfterThePressAndHoldClickTheFingerSpinsNoMore) {
-    FingerScript s = FingerScript::OnShapeView();
-    s.Down(1, 460, 300).Hold(1050);
-    s.ExpectMessages({"MsgMouseRightDown 460 300 unheard", "MsgMouseRightUp 460 300 unheard"});
-    EXPECT_EQ(s.Move(1, 700, 300).Answer(), false);
-    s.ExpectNoActions();
 }
 
 TEST(Spin, AFingerThatStaysAfterAPanSpinsFromWhereItIs) {

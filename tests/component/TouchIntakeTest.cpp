@@ -115,25 +115,5 @@ TEST(TouchIntake, OnlyASingleFingerGoingDownStartsFromACleanTable) {
     }
 }
 
-TEST(TouchIntake, TakesEveryInteger) {
-    constexpr std::int32_t Ends[] = {std::numeric_limits<std::int32_t>::min(), -2, 0,
-                                     std::numeric_limits<std::int32_t>::max()};
-    for (const char* kind : {"shapeview", "drawingview"}) {
-        FingerScript s = FingerScript::OnShapeView();
-        viewer::ViewSpec view = PageView(kind);
-        view.camera = OrthographicView().camera;
-        s.SetView(view).Down({{1, 100, 100}, {2, 900, 500}});
-        for (const std::int32_t x : Ends) {
-            for (const std::int32_t y : Ends) {
-                s.Frame({{1, x, y, x, 1}, {2, y, x, y, 1}}, 2).Frame({{x, x, y, y, x}}, y).Tick();
-                s.Frame({{1, x, y, y, 2}}, 1).Frame({{1, y, x, x, 1}}, 1).Frame({{1, 5, 5, 5, 4}}, 1);
-            }
-        }
-        s.Up({1, 2}).Wait(600).Mark();
-        s.Down(1, 400, 300).Tick(100).Up(1);
-        EXPECT_EQ(s.Gesture(), touch::GestureTap) << "works on as before";
-    }
-}
-
 }  // namespace
 }  // namespace tests

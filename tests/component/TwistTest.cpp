@@ -51,12 +51,6 @@ TEST(Twist, TurnsTheCameraAgainstTheFingersFromTheOnsetOn) {
     }
 }
 
-TEST(Twist, ASmallTurnDoesNotTurnTheCamera) {
-    FingerScript s = FingerScript::OnShapeView();
-    EXPECT_EQ(s.Down({{1, 300, 300}, {2, 600, 300}}).Move({{1, 300, 300}, {2, 600, 370}}).Answer(), false);
-    EXPECT_EQ(RollOf(s.CameraLocation()), 0);
-}
-
 TEST(Twist, AFingerThatJoinsDoesNotTurnTheCamera) {
     FingerScript s = FingerScript::OnShapeView();
     Begin(s).Move({{1, 300, 300}, {2, 600, 450}});
@@ -89,15 +83,6 @@ TEST(Twist, AcrossAFullTurnTheCameraTurnsOn) {
     ASSERT_LT(s.Inspect().GetGestureAngle(), 1);
     const double turned = std::remainder(before - RollOf(s.CameraLocation()), 2 * std::numbers::pi);
     EXPECT_NEAR(turned, 2 * std::atan2(40, 290), 1e-5);
-}
-
-TEST(Twist, SwitchedOffItUsesTheFrameUpWithoutTurning) {
-    FingerScript s = FingerScript::OnShapeView(OrthographicView(), WithSwitch("HXAPP_DONTSPIN"));
-    Begin(s);
-    const double angle = s.Inspect().GetLastGestureAngle();
-    EXPECT_EQ(s.Move({{1, 300, 300}, {2, 560, 500}}).Answer(), true);
-    EXPECT_EQ(RollOf(s.CameraLocation()), 0);
-    EXPECT_EQ(s.Inspect().GetLastGestureAngle(), angle);
 }
 
 }  // namespace

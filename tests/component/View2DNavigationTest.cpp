@@ -102,14 +102,5 @@ TEST(View2DNavigation, APositionWithAZeroCoordinateDoesNotPan) {
     s.ExpectNoActions();
 }
 
-TEST(View2DNavigation, AfterThePressAndHoldClickTheFingerPansNoMore) {
-    FingerScript s = FingerScript::On2DView();
-    s.Down(1, 300, 200).Hold(1050);
-    s.ExpectMessages({"MsgMouseRightDown 300 200 unheard", "MsgMouseRightUp 300 200 unheard"});
-    EXPECT_EQ(s.Move(1, 500, 200).Answer(), false);
-    EXPECT_EQ(s.Up(1).Answer(), true) << "a lift is used up, tap or not";
-    s.ExpectNoActions();
-}
-
 }  // namespace
 }  // namespace tests

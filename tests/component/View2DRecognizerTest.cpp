@@ -68,11 +68,5 @@ TEST(View2DRecognizer, MarkupModeDoesNothingAndDoesNotStartFromIdle) {
     }
 }
 
-TEST(View2DRecognizer, ZoomsBeforeItPans) {
-    FingerScript s = FingerScript::On2DView();
-    s.Down({{1, 200, 200}, {2, 400, 200}}).Move({{1, 200, 200}, {2, 500, 200}}).Mark();
-    s.Move({{1, 160, 200}, {2, 560, 200}}).ExpectActions({"SetOrthoWidth", "SetPosition"});
-}
-
 }  // namespace
 }  // namespace tests

@@ -78,15 +78,6 @@ TEST(Zoom, APerspectiveCameraTravelsByTheSquareOfTheChange) {
     }
 }
 
-TEST(Zoom, TravelsAlongTheRayForAPlaneAtDistanceOne) {
-    viewer::ViewSpec view = PerspectiveView();
-    view.camera.distance = 2;
-    FingerScript s = FingerScript::OnShapeView(view);
-    s.Down({{1, 550, 450}, {2, 850, 450}}).Move({{1, 500, 450}, {2, 900, 450}}).Tick();
-    s.Move({{1, 490, 450}, {2, 910, 450}});
-    EXPECT_TRUE(AreNear(s.CameraLocation().GetPos(), dg::DPoint3D(0.2 * 8.8, 0.15 * 8.8, 20 - 8.8), 1e-9));
-}
-
 // The middle of the fingers goes 100 pixels to the right while they spread by 20.
 TEST(Zoom, PanAndZoomOfOneFrameAddUp) {
     FingerScript s = FingerScript::OnShapeView(PerspectiveView());
@@ -97,15 +88,6 @@ TEST(Zoom, PanAndZoomOfOneFrameAddUp) {
     EXPECT_TRUE(AreNear(s.CameraLocation().GetPos(), dg::DPoint3D(0, 0, 20 - 8.8 * std::hypot(1, 0.1)), 1e-5));
 }
 
-TEST(Zoom, BeforeTheFirstBoundsAPerspectiveCameraStays) {
-    viewer::HostSettings never;
-    never.boundsAnswer = viewer::BoundsAnswer::Never;
-    FingerScript s = FingerScript::OnShapeView(PerspectiveView(), never);
-    s.Down({{1, 350, 300}, {2, 650, 300}}).Move({{1, 300, 300}, {2, 700, 300}}).Tick();
-    s.Move({{1, 200, 300}, {2, 800, 300}});
-    EXPECT_TRUE(AreNear(s.CameraLocation(), PerspectiveView().camera.location, 0));
-}
-
 TEST(Zoom, AFingerThatJoinsDoesNotMakeAPerspectiveCameraJump) {
     FingerScript s = FingerScript::OnShapeView(PerspectiveView());
     s.Down({{1, 350, 300}, {2, 650, 300}}).Move({{1, 300, 300}, {2, 700, 300}}).Tick().Down(3, 900, 300);
@@ -113,22 +95,6 @@ TEST(Zoom, AFingerThatJoinsDoesNotMakeAPerspectiveCameraJump) {
     s.Rest();
     EXPECT_TRUE(s.Inspect().IsZoomStarted());
     EXPECT_EQ(s.CameraLocation().GetPos(), before);
-}
-
-TEST(Zoom, NothingZoomsBeforeThePinchAndWhileSwitchedOff) {
-    for (const bool orthographic : {true, false}) {
-        for (const char* name : {"", "HXAPP_DONTZOOM"}) {
-            SCOPED_TRACE(name);
-            const viewer::ViewSpec view = orthographic ? OrthographicView() : PerspectiveView();
-            FingerScript s = FingerScript::OnShapeView(view, WithSwitch(name));
-            s.Down({{1, 350, 300}, {2, 650, 300}}).Move({{1, 340, 300}, {2, 660, 300}}).Tick();
-            if (*name != '\0') {
-                s.Move({{1, 250, 300}, {2, 750, 300}}).Tick().Move({{1, 200, 300}, {2, 800, 300}});
-            }
-            EXPECT_TRUE(s.Calls<viewer::SetWidthCall>().empty());
-            EXPECT_TRUE(AreNear(s.CameraLocation().GetPos(), dg::DPoint3D(0, 0, 20), 0));
-        }
-    }
 }
 
 TEST(Explore, OneHandStartsWithABoundsRequestAndFliesOnWhileHeldApart) {
@@ -179,12 +145,6 @@ TEST(Explore, StartsOnlyWithAPerspectiveCameraAndHandsThatTheSwitchesAllow) {
         EXPECT_EQ(s.Inspect().IsExploreStarted(), row.starts);
         EXPECT_EQ(s.Calls<viewer::GetBoundingBoxCall>().size(), row.starts ? 1U : 0U);
     }
-}
-
-TEST(Explore, OneHandDoesNotFlyForTwo) {
-    FingerScript s = FingerScript::OnShapeView(ExploreView(), WithSwitch("HXAPP_TOUCH_TWO_HANDS_EXPLORE"));
-    s.Down({{1, 300, 300}, {2, 400, 300}}).Tick().Move({{1, 300, 500}, {2, 480, 500}}).Tick().Rest();
-    EXPECT_TRUE(s.Calls<viewer::SetCameraLocationCall>().empty());
 }
 
 TEST(Explore, LiftingAHandStopsTheFlightOfTwo) {

@@ -1,8 +1,6 @@
 // The conventions of docs/CONVENTIONS.md, with numbers that a transposed matrix or a swapped product does not give.
 #include "host/dg/Box.h"
-#include "host/dg/Camera3D.h"
 #include "host/dg/Conversion.h"
-#include "host/dg/Traits.h"
 #include "tests/unit/Values.h"
 
 #include <gtest/gtest.h>
@@ -10,6 +8,7 @@
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <utility>
 
 namespace {
 
@@ -43,13 +42,6 @@ TEST(Conventions, ALocationCarriesFromItsFrameIntoTheWorld) {
     EXPECT_EQ(Of(vector *= Placed), (Three{-2, 1, 3}));
 }
 
-TEST(Conventions, AnOrientationHasTheAxesAsRows) {
-    EXPECT_EQ(Of(Placed.GetMat()), (std::array<Three, 3>{{{0, 1, 0}, {-1, 0, 0}, {0, 0, 1}}}));
-    EXPECT_EQ(Of(Placed.GetU()), (Three{0, 1, 0}));
-    EXPECT_EQ(Of(Placed.GetV()), (Three{-1, 0, 0}));
-    EXPECT_EQ(Of(Placed.GetW()), (Three{0, 0, 1}));
-}
-
 TEST(Conventions, TheProductConstructorLetsTheFirstMatrixActFirst) {
     const DPoint3D p{10, 20, 30};
     EXPECT_EQ(Of(DMat44(Shift, Turn).MapPoint(p)), (Three{33, 11, 22}));
@@ -57,23 +49,10 @@ TEST(Conventions, TheProductConstructorLetsTheFirstMatrixActFirst) {
     EXPECT_EQ(Of(DMat44(Turn, Shift).MapDirection({10, 20, 30})), (Three{30, 10, 20}));
 }
 
-TEST(Conventions, AMatrixAfterALocationActsInTheWorld) {
-    EXPECT_EQ(Of(Placed * DMat44(Turn, Shift)),
-              (std::array<Three, 4>{{{0, 0, 1}, {0, -1, 0}, {1, 0, 0}, {31, 12, 23}}}));
-}
-
-TEST(Conventions, AMatrixBeforeALocationActsInItsFrame) {
-    EXPECT_EQ(Of(DMat44(Turn, Shift) * Placed),
-              (std::array<Three, 4>{{{-1, 0, 0}, {0, 0, 1}, {0, 1, 0}, {8, 21, 33}}}));
-}
-
 TEST(Conventions, RotationTimesOrientationTurnsTheFrameAboutItsOwnAxes) {
     EXPECT_EQ(Of(FMat33::Rotation(ThirdTurn) * Placed.GetMat()),
               (std::array<Three, 3>{{{-1, 0, 0}, {0, 0, 1}, {0, 1, 0}}}));
-    EXPECT_EQ(Of(Placed.GetMat() * FMat33::Rotation(ThirdTurn)),
-              (std::array<Three, 3>{{{0, 0, 1}, {0, -1, 0}, {1, 0, 0}}}));
     EXPECT_EQ(Of(Counting * Cycle), (std::array<Three, 3>{{{3, 1, 2}, {6, 4, 5}, {10, 7, 8}}}));
-    EXPECT_EQ(Of(Cycle * Counting), (std::array<Three, 3>{{{4, 5, 6}, {7, 8, 10}, {1, 2, 3}}}));
 }
 
 TEST(Conventions, ADoubleMatrixMultipliesColumnVectors) {
@@ -81,36 +60,23 @@ TEST(Conventions, ADoubleMatrixMultipliesColumnVectors) {
     EXPECT_EQ(Of(DMat33(Placed.GetMat()) * DVec3(5, 6, 7)), (Three{6, -5, 7})) << "world vector in the frame";
 }
 
-struct RotationRow {
-    const char* name;
-    DMat44 matrix;
-    DVec3 from;
-    Three to;
-};
-
 TEST(Conventions, RotationsAreRightHanded) {
-    const DVec3 diagonal{1, 1, 1};
-    const RotationRow rows[] = {
+    const struct {
+        const char* name;
+        DMat44 matrix;
+        DVec3 from;
+        Three to;
+    } rows[] = {
         {"about X, Y goes to Z", DMat44::RotationX(QuarterTurn), DVec3::Y, {0, 0, 1}},
-        {"about X, X stays", DMat44::RotationX(QuarterTurn), DVec3::X, {1, 0, 0}},
         {"about an axis of length 5", DMat44::Rotation({0, 0, 5}, QuarterTurn), DVec3::X, {0, 1, 0}},
-        {"about -Z", DMat44::Rotation({0, 0, -1}, QuarterTurn), DVec3::X, {0, -1, 0}},
-        {"about Y", DMat44::Rotation(DVec3::Y, QuarterTurn), DVec3::Z, {1, 0, 0}},
-        {"about the diagonal", DMat44::Rotation(diagonal, 4 * QuarterTurn / 3), {1, 2, 3}, {3, 1, 2}},
         {"about a zero axis: none", DMat44::Rotation(DVec3::ZERO, 1.0), {1, 2, 3}, {1, 2, 3}},
         {"by a quaternion", Turn, {1, 2, 3}, {3, 1, 2}},
         {"by a quaternion of length above 1", DMat44::Rotation(DPoint3D::ORIGIN, {0, 0, 1, 1}), DVec3::X, {-1, 2, 0}},
     };
-    for (const RotationRow& row : rows) {
+    for (const auto& row : rows) {
         EXPECT_THAT(Of(row.matrix.MapDirection(row.from)), Near(row.to, Tolerance)) << row.name;
     }
     EXPECT_EQ(Of(FMat33::Rotation({0, 0, 1, 1})), (std::array<Three, 3>{{{-1, 2, 0}, {-2, -1, 0}, {0, 0, 1}}}));
-}
-
-TEST(Conventions, AQuaternionTurnsAboutACentreThatStays) {
-    constexpr DMat44 about = DMat44::Rotation(DPoint3D{10, 20, 30}, ThirdTurn);
-    EXPECT_EQ(Of(about.MapPoint({10, 20, 30})), (Three{10, 20, 30}));
-    EXPECT_EQ(Of(about.MapPoint({11, 22, 33})), (Three{13, 21, 32}));
 }
 
 TEST(Conventions, SanitizeKeepsUAndTurnsVAndRebuildsW) {
@@ -135,45 +101,24 @@ TEST(Conventions, AMappedBoxEnclosesAllEightCorners) {
     EXPECT_THAT(Of(tilted.max), Near(Three{std::numbers::sqrt2 / 2, std::numbers::sqrt2, 1}, Tolerance));
 }
 
-TEST(Conventions, Tolerances) {
-    EXPECT_EQ(dg::Traits<float>::s_EPSILON, std::ldexp(1.0F, -23));
-    EXPECT_EQ(dg::Traits<double>::s_EPSILON, std::ldexp(1.0, -52));
-}
-
-TEST(Conventions, BadValuesAreTheLargestNumberAndEqualThemselves) {
-    constexpr double largest = std::numeric_limits<double>::max();
-    EXPECT_EQ(dg::DPoint2D::BAD, (dg::DPoint2D{largest, largest}));
-    EXPECT_EQ(DVec3::BAD, (DVec3{largest, largest, largest}));
-    EXPECT_EQ(dg::DPoint2D::BAD, dg::DPoint2D::BAD);
-}
-
 TEST(Conventions, DoublesBecomeIntegersTowardZeroAndSaturate) {
     constexpr double infinity = std::numeric_limits<double>::infinity();
     constexpr std::int32_t highest = std::numeric_limits<std::int32_t>::max();
     constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
-    const struct {
-        double value;
-        std::int32_t expected;
-    } rows[] = {
-        {2.9, 2},
-        {-2.9, -2},
-        {-0.5, 0},
-        {2147483646.9, highest - 1},
-        {2147483647.0, highest},
-        {2147483648.0, highest},
-        {-2147483647.9, lowest + 1},
-        {-2147483648.0, lowest},
-        {-2147483648.9, lowest},
-        {-2147483649.0, lowest},
-        {1e300, highest},
-        {infinity, highest},
-        {-infinity, lowest},
-        {std::numeric_limits<double>::quiet_NaN(), 0},
-        {-std::numeric_limits<double>::quiet_NaN(), 0},
-        {5e-324, 0},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(dg::TruncateToInt32(row.value), row.expected) << row.value;
+    constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+    const std::pair<double, std::int32_t> rows[] = {{2.9, 2},
+                                                    {-2.9, -2},
+                                                    {2147483646.9, highest - 1},
+                                                    {2147483647.0, highest},
+                                                    {2147483648.0, highest},
+                                                    {-2147483647.9, lowest + 1},
+                                                    {-2147483648.9, lowest},
+                                                    {-2147483649.0, lowest},
+                                                    {infinity, highest},
+                                                    {-infinity, lowest},
+                                                    {nan, 0}};
+    for (const auto& [value, expected] : rows) {
+        EXPECT_EQ(dg::TruncateToInt32(value), expected) << value;
     }
 }
 
@@ -181,44 +126,15 @@ TEST(Conventions, IntegerArithmeticWrapsAround) {
     constexpr std::int32_t highest = std::numeric_limits<std::int32_t>::max();
     constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
     constexpr std::int64_t lowest64 = std::numeric_limits<std::int64_t>::min();
-    constexpr std::int64_t highest64 = std::numeric_limits<std::int64_t>::max();
     EXPECT_EQ(dg::WrapAdd(highest, 1), lowest);
-    EXPECT_EQ(dg::WrapAdd(lowest, -1), highest);
     EXPECT_EQ(dg::WrapSubtract(lowest, 1), highest);
     EXPECT_EQ(dg::WrapSubtract(7, 9), -2);
-    EXPECT_EQ(dg::WrapSubtract(lowest64, std::int64_t{1}), highest64);
-    EXPECT_EQ(dg::WrapSubtract(highest64, std::int64_t{-1}), lowest64);
+    EXPECT_EQ(dg::WrapSubtract(lowest64, std::int64_t{1}), std::numeric_limits<std::int64_t>::max());
     EXPECT_EQ(dg::WrapMultiply(65536, 65536), 0);
     EXPECT_EQ(dg::WrapMultiply(46341, 46341), -2147479015);
-    EXPECT_EQ(dg::WrapMultiply(-3, 5), -15);
-    EXPECT_EQ(dg::WrapMultiply(lowest, -1), lowest);
-}
-
-TEST(Conventions, TheAbsoluteValueOfAWrappedDifferenceIsExact) {
-    constexpr std::int32_t lowest = std::numeric_limits<std::int32_t>::min();
     EXPECT_EQ(dg::AbsoluteDifference(3, 10), 7U);
-    EXPECT_EQ(dg::AbsoluteDifference(10, 3), 7U);
     EXPECT_EQ(dg::AbsoluteDifference(0, lowest), 2147483648U);
-    EXPECT_EQ(dg::AbsoluteDifference(std::numeric_limits<std::int32_t>::max(), lowest), 1U) << "wrapped to -1";
-}
-
-TEST(Conventions, TheCameraLooksAlongMinusW) {
-    dg::Camera3D camera;
-    camera.SetLocation(Placed);
-    DPoint3D inFront{2, 3, -5};  // 2 to the right, 3 up, 5 ahead
-    inFront *= Placed;
-    EXPECT_EQ(Of(camera.GetWorldToEye().MapPoint(inFront)), (Three{2, 3, -5}));
-    EXPECT_EQ(Of(camera.GetWorldToEye().MapPoint(Placed.GetPos())), (Three{0, 0, 0}));
-}
-
-TEST(Conventions, AProjectionIsWindowDistanceAndKindInThisOrder) {
-    dg::Camera3D camera;
-    camera.SetProjection(-1, 2, -3, 4, 5, false);
-    std::array<double, 5> window{};
-    bool orthographic = true;
-    camera.GetProjection(window[0], window[1], window[2], window[3], window[4], orthographic);
-    EXPECT_EQ(window, (std::array<double, 5>{-1, 2, -3, 4, 5}));
-    EXPECT_FALSE(orthographic);
+    EXPECT_EQ(dg::AbsoluteDifference(highest, lowest), 1U) << "wrapped to -1";
 }
 
 }  // namespace

@@ -1,9 +1,7 @@
-// Classes of host objects, grouped updates, markups, and requests that are answered later.
+// Classes of host objects, grouped updates, and requests that are answered later.
 #include "host/hxk/AsyncEvent.h"
 #include "host/hxk/Markup.h"
 #include "host/hxk/View.h"
-#include "host/hxmk/Markup.h"
-#include "host/hxmu/MarkupData.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -14,7 +12,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 using hxk::ClassType;
 
@@ -42,8 +39,6 @@ TEST(HostClasses, AnObjectIsOfItsClassAndOfItsBases) {
         {view, object},
         {&hxk::ShapeView::CLASS_TYPE, view, object},
         {view2D, view, object},
-        {&hxk::DrawingView::CLASS_TYPE, view2D, view, object},
-        {&hxk::ImageView::CLASS_TYPE, view2D, view, object},
         {&hxk::DocumentView::CLASS_TYPE, view2D, view, object},
         {&hxk::Markup::CLASS_TYPE, object},
         {&schematic, view2D, view, object},
@@ -78,23 +73,6 @@ TEST(UpdateGroups, NestAndHoldWhatTheyGroup) {
     }
     EXPECT_EQ(calls, "(())");
     const hxk::Observable::UpdateGroup ofNothing(nullptr);
-}
-
-TEST(Markups, TellTheListenerOfChangesInPlaceOnly) {
-    struct Listener : hxk::MarkupListener {
-        void OnMarkupContentChanged(const hxk::Markup& markup) override { changed.push_back(&markup); }
-        std::vector<const hxk::Markup*> changed;
-    } listener;
-    struct TestMarkup : hxmk::Markup {};
-    const du::SmartPtr<TestMarkup> markup(new TestMarkup);
-    markup->NotifyContentChanged();
-    hxk::Markup::SetListener(&listener);
-    markup->SetContent(du::SmartPtr<hxmu::MarkupData>(new hxmu::MarkupData), true);
-    EXPECT_THAT(listener.changed, IsEmpty());
-    markup->NotifyContentChanged();
-    hxk::Markup::SetListener(nullptr);
-    markup->NotifyContentChanged();
-    EXPECT_THAT(listener.changed, ElementsAre(markup.Get()));
 }
 
 // Writes down what it is told, and tries to end again while it is told of its end.

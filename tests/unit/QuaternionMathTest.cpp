@@ -39,10 +39,8 @@ TEST(QuaternionFromAxisAngle, HasAPositiveScalarPart) {
         Four expected;
     } rows[] = {
         {"half turn", DVec3::X, Pi, {1, 0, 0, 0}},
-        {"three quarters are a quarter back", DVec3::Z, 3 * Pi / 2, AboutZ(-Pi / 2)},
         {"once around and a little more", DVec3::Z, 2 * Pi + 0.1, AboutZ(0.1)},
         {"the axis is not normalised", {0, 0, 2}, Pi / 2, {0, 0, std::numbers::sqrt2, std::numbers::sqrt2 / 2}},
-        {"every component of the axis", {0.6, 0, -0.8}, Pi / 3, {0.3, 0, -0.4, std::numbers::sqrt3 / 2}},
     };
     for (const auto& row : rows) {
         EXPECT_THAT(Of(QuaternionFromAxisAngle(row.axis, row.angle)), Near(row.expected, Tolerance)) << row.name;
@@ -55,7 +53,6 @@ TEST(InvertQuaternion, DividesByTheLengthAndNotByItsSquare) {
         Quaternion<float> q;
         Four expected;
     } rows[] = {
-        {"identity", {0, 0, 0, 1}, {0, 0, 0, 1}},
         {"negative scalar part stays", {0, 0, 0.6F, -0.8F}, {0, 0, -0.6, -0.8}},
         {"length 2", {0, 0, 1.2F, 1.6F}, {0, 0, -0.6, 0.8}},
     };
@@ -71,16 +68,12 @@ TEST(InvertQuaternion, DividesByTheLengthAndNotByItsSquare) {
 
 TEST(QuaternionFromTo, IsTheShortestRotation) {
     const double half = std::numbers::sqrt2 / 2;
-    const double degrees150 = Pi * 5 / 6;
     const struct {
         const char* name;
         DVec3 from;
         DVec3 to;
         Four expected;
     } rows[] = {
-        {"equal", DVec3::X, DVec3::X, {0, 0, 0, 1}},
-        {"right angle", DVec3::X, DVec3::Y, {0, 0, half, half}},
-        {"obtuse", DVec3::X, {std::cos(degrees150), std::sin(degrees150), 0}, AboutZ(degrees150)},
         {"below the tolerance", DVec3::X, {1, 2e-16, 0}, {0, 0, 0, 1}},
         {"above the tolerance", DVec3::X, {1, 3e-16, 0}, {0, 0, 1.5e-16, 1}},
         {"longer than 1 by rounding", {1.0000001, 0, 0}, DVec3::Y, {0, 0, half, half}},
@@ -109,9 +102,6 @@ TEST(SlerpQuaternion, GoesAlongTheShorterArc) {
         float t;
         Four expected;
     } rows[] = {
-        {"at the start", AboutZ(1), identity, 0, AboutZ(1)},
-        {"half way", identity, AboutZ(Pi / 2), 0.5F, AboutZ(Pi / 4)},
-        {"a quarter of the way", AboutZ(0.4), AboutZ(1.2), 0.25F, AboutZ(0.6)},
         {"before the start", identity, AboutZ(0.5), -1, AboutZ(-0.5)},
         {"target of the other sign", identity, negated, 0.5F, AboutZ(0.4)},
         {"start of the other sign", negated, identity, 0.5F, AboutZ(0.4)},

@@ -96,23 +96,11 @@ std::vector<MessageRow> MakeMessages() {
          "MsgSetMode touch enter none 4"},
         {std::make_shared<TouchMsg>(CS::MsgTouch, integers), touched},
     };
-    const std::pair<Symbol, const char*> mouse[] = {
-        {CS::MsgMouseMove, "MsgMouseMove"},
-        {CS::MsgMouseLeftDown, "MsgMouseLeftDown"},
-        {CS::MsgMouseLeftUp, "MsgMouseLeftUp"},
-        {CS::MsgMouseInitLeftDrag, "MsgMouseInitLeftDrag"},
-        {CS::MsgMouseLeftDrag, "MsgMouseLeftDrag"},
-        {CS::MsgMouseRightDown, "MsgMouseRightDown"},
-        {CS::MsgMouseRightUp, "MsgMouseRightUp"},
-        {CS::MsgMouseInitRightDrag, "MsgMouseInitRightDrag"},
-        {CS::MsgMouseRightDrag, "MsgMouseRightDrag"},
-        {CS::MsgMouseInitMiddleDrag, "MsgMouseInitMiddleDrag"},
-        {CS::MsgMouseMiddleDrag, "MsgMouseMiddleDrag"},
-        {CS::MsgClickLeft, "MsgClickLeft"},
-        {CS::MsgDoubleClickLeft, "MsgDoubleClickLeft"},
-    };
-    for (const auto& [type, name] : mouse) {
-        rows.push_back({std::make_shared<MouseMsg>(type, -7, 9, short{0}), name + std::string(" -7 9")});
+    for (const Symbol& type :
+         {CS::MsgMouseMove, CS::MsgMouseLeftDown, CS::MsgMouseLeftUp, CS::MsgMouseInitLeftDrag, CS::MsgMouseLeftDrag,
+          CS::MsgMouseRightDown, CS::MsgMouseRightUp, CS::MsgMouseInitRightDrag, CS::MsgMouseRightDrag,
+          CS::MsgMouseInitMiddleDrag, CS::MsgMouseMiddleDrag, CS::MsgClickLeft, CS::MsgDoubleClickLeft}) {
+        rows.push_back({std::make_shared<MouseMsg>(type, -7, 9, short{0}), type.GetString() + " -7 9"});
     }
     return rows;
 }
