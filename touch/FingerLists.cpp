@@ -1,5 +1,5 @@
 // The gesture's finger list and the end of touches. Decides what a reset clears and when a one-finger gesture has
-// ended. Tested by tests/component/FingerListsTest.cpp.
+// ended. Tested by tests/component/FingersTest.cpp.
 #include "touch/TouchWorkflow.h"
 
 #include <algorithm>

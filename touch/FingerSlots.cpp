@@ -1,7 +1,7 @@
 // The slot table: every finger seen since the last reset, lifted ones included. It fills from the front and is cleared
 // as a whole, so that the first free slot ends it. Decides where a finger is kept, whether it has left its start, and
 // whether a one-finger touch has just begun or ended. Distances are measured from the start, so a slow drift counts.
-// Tested by tests/component/FingerSlotsTest.cpp.
+// Tested by tests/component/FingersTest.cpp.
 #include "host/dg/Conversion.h"
 #include "touch/FingerMotion.h"
 #include "touch/TouchWorkflow.h"

@@ -1,5 +1,5 @@
 // The status text and the sender of mouse messages. Decides what the status bar says while the user works by touch: the
-// name of the current mode. Tested by tests/component/StatusBarTest.cpp.
+// name of the current mode. Tested by tests/component/ModesTest.cpp.
 #include "host/du/Localizer.h"
 #include "host/workflow/Msg.h"
 #include "touch/Boundary.h"

@@ -1,6 +1,6 @@
 // Pan and zoom of 2D views. The visible area moves by exactly the model distance that the fingers cover; the width
 // follows the ratio of the spans, always from the width at the gesture's start. Also ends a one-finger touch by
-// offering it to the taps. Tested by tests/component/View2DNavigationTest.cpp.
+// offering it to the taps. Tested by tests/component/View2DTest.cpp.
 #include "touch/FingerMotion.h"
 #include "touch/TouchWorkflow.h"
 

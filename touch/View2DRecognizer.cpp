@@ -1,6 +1,6 @@
 // The recogniser and dispatcher for 2D views. As for 3D views, but one finger pans, several zoom and pan, nothing
 // twists, and the circle follows one finger too. The state diagram is in docs/GESTURES.md.
-// Tested by tests/component/View2DRecognizerTest.cpp.
+// Tested by tests/component/View2DTest.cpp.
 #include "touch/TouchWorkflow.h"
 
 namespace touch {

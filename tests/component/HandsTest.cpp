@@ -19,13 +19,12 @@ std::vector<int> IdsOf(const std::list<touch::TouchState>& hand) {
 
 TEST(Hands, DivideAtTheWidestGapOfMoreThanTwoInches) {
     using Ids = std::vector<int>;
-    struct Row {
+    const struct {
         const char* name;
         std::vector<Place> fingers;
         Ids left, right;
         int ppiY;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"one finger", {{1, 100, 100}}, {}, {1}, 96},
         {"two pairs", {{1, 100, 300}, {2, 150, 300}, {3, 600, 300}, {4, 650, 300}}, {1, 2}, {3, 4}, 96},
         {"gaps of 1.56 inches", {{1, 100, 300}, {2, 250, 300}, {3, 400, 300}}, {}, {1, 2, 3}, 96},
@@ -42,7 +41,7 @@ TEST(Hands, DivideAtTheWidestGapOfMoreThanTwoInches) {
          {2, 3},
          96},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         viewer::HostSettings settings;
         settings.ppiY = row.ppiY;

@@ -1,4 +1,4 @@
-// Mode messages and preferences.
+// Mode messages, preferences and the status text.
 #include "tests/support/FingerScript.h"
 
 #include <gtest/gtest.h>
@@ -15,22 +15,19 @@ viewer::ViewSpec ViewWithPreferences(const std::optional<viewer::PreferenceValue
 }
 
 TEST(Modes, MarkupModeIsSwitchedOnlyByItsOwnMessages) {
-    struct Row {
+    const struct {
         const char* name;
         bool before;
         const char* workflow;
         const char* mode;
         bool after;
-    };
-    const Row rows[] = {{"enter", false, "touch", "enter_markup_mode", true},
-                        {"enter again", true, "touch", "enter_markup_mode", true},
-                        {"leave", true, "touch", "leave_markup_mode", false},
-                        {"enter for another workflow", false, "picker", "enter_markup_mode", false},
-                        {"leave for another workflow", true, "picker", "leave_markup_mode", true},
-                        {"letter case of the workflow", false, "Touch", "enter_markup_mode", false},
-                        {"letter case of the mode", false, "touch", "Enter_markup_mode", false},
-                        {"another mode", true, "touch", "explore", true}};
-    for (const Row& row : rows) {
+    } rows[] = {{"enter", false, "touch", "enter_markup_mode", true},
+                {"leave", true, "touch", "leave_markup_mode", false},
+                {"enter for another workflow", false, "picker", "enter_markup_mode", false},
+                {"leave for another workflow", true, "picker", "leave_markup_mode", true},
+                {"letter case of the mode", false, "touch", "Enter_markup_mode", false},
+                {"another mode", true, "touch", "explore", true}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         FingerScript s = FingerScript::OnShapeView();
         if (row.before) {
@@ -46,23 +43,20 @@ TEST(Modes, TheSpinCenterMarkupFollowsThePreference) {
     const Values on = {{{RotationCenter, true}}};
     const Values off = {{{RotationCenter, false}}};
     const Values without = {{{"Model Viewer/something_else", true}}};
-    struct Row {
+    const struct {
         const char* name;
         Values atFirst;
         Values update;
         const char* workflow;
         bool exists;
-    };
-    const Row rows[] = {{"no preferences, no data", std::nullopt, std::nullopt, "touch", false},
-                        {"switched on", std::nullopt, on, "touch", true},
-                        {"switched on for another workflow", std::nullopt, on, "picker", true},
-                        {"switched on twice", on, on, "touch", true},
-                        {"switched off", on, off, "touch", false},
-                        {"switched off for another workflow", on, off, "picker", false},
-                        {"no key", on, without, "touch", true},
-                        {"no key and none there", without, without, "touch", false},
-                        {"no data", on, std::nullopt, "touch", true}};
-    for (const Row& row : rows) {
+    } rows[] = {{"no preferences, no data", std::nullopt, std::nullopt, "touch", false},
+                {"switched on", std::nullopt, on, "touch", true},
+                {"switched on twice", on, on, "touch", true},
+                {"switched off", on, off, "touch", false},
+                {"switched off for another workflow", on, off, "picker", false},
+                {"no key", on, without, "touch", true},
+                {"no data", on, std::nullopt, "touch", true}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         FingerScript s = FingerScript::OnShapeView(ViewWithPreferences(row.atFirst));
         const touch::SpinCenterMarkup* before = s.Inspect().GetSpinCenterMarkup();
@@ -93,6 +87,17 @@ TEST(Modes, APageOrNoViewHasNoSpinCenter) {
     EXPECT_EQ(s.Inspect().GetSpinCenterMarkup(), nullptr);
     s.SetView(std::nullopt).Preferences({{{RotationCenter, true}}});
     EXPECT_EQ(s.Inspect().GetSpinCenterMarkup(), nullptr);
+}
+
+TEST(StatusBar, BelongsToTheHostUntilTheFirstTouch) {
+    FingerScript s = FingerScript::OnShapeView();
+    EXPECT_EQ(s.StatusBar().Answer(), false);
+    EXPECT_EQ(s.StatusCalls(), Texts{});
+    s.Down(1, 400, 300).Mark();
+    EXPECT_EQ(s.StatusBar().Answer(), true);
+    EXPECT_EQ(s.StatusCalls(),
+              (Texts{"SetStatusMessage 1 Touch: navigate", "UpdateStatusMessage", "UpdateStatusMessage"}));
+    EXPECT_EQ(s.View().statusText, "Touch: navigate");
 }
 
 }  // namespace

@@ -47,12 +47,11 @@ TEST(Pan, StartsFromItsOwnFirstFrame) {
 }
 
 TEST(Pan, APerspectiveCameraTurnsSoThatTheModelFollowsTheFingers) {
-    struct Row {
+    const struct {
         const char* name;
         int dx, dy;
-    };
-    const Row rows[] = {{"right", 100, 0}, {"left", -100, 0}, {"up", 0, 100}, {"down", 0, -100}};
-    for (const Row& row : rows) {
+    } rows[] = {{"right", 100, 0}, {"left", -100, 0}, {"up", 0, 100}, {"down", 0, -100}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         FingerScript s = FingerScript::OnShapeView(PerspectiveView());
         s.Down({{1, 450, 300}, {2, 550, 300}});

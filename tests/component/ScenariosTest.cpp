@@ -130,14 +130,5 @@ TEST_F(Scenarios, WhileTheUserDrawsTouchAndMouseBelongToTheHost) {
     EXPECT_FALSE(AreNear(s.CameraLocation(), camera, 0.01));
 }
 
-TEST_F(Scenarios, TheRotationCentreShowsWhileTheModelSpins) {
-    s.Preferences(viewer::PreferenceValues{{"Model Viewer/display_rotation_center", true}});
-    EXPECT_THAT(s.View().markups, IsEmpty());
-    Spin();
-    EXPECT_THAT(s.View().markups, testing::SizeIs(3));
-    s.Up(1);
-    EXPECT_THAT(s.View().markups, IsEmpty());
-}
-
 }  // namespace
 }  // namespace tests

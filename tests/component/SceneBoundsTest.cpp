@@ -25,18 +25,17 @@ FingerScript& Pinch(FingerScript& s) {
 // Before, the host has shown the component another box, at a distance of 21.
 TEST(SceneBounds, EndWithTheAnswerAtTheNextTick) {
     const dg::DBox other({-1, -1, -1}, {1, 1, 1});
-    struct Row {
+    const struct {
         const char* name;
         BoundsAnswer answer;
         bool waitsBefore, waitsAfter;
         dg::DBox box;
         double distance;
-    };
-    const Row rows[] = {{"answered", BoundsAnswer::NextTick, true, false, OrthographicView().bounds, 22},
-                        {"failed", BoundsAnswer::Failed, true, false, dg::DBox::EMPTY, 21},
-                        {"never", BoundsAnswer::Never, true, true, other, 21},
-                        {"refused", BoundsAnswer::Refused, false, false, dg::DBox::EMPTY, 21}};
-    for (const Row& row : rows) {
+    } rows[] = {{"answered", BoundsAnswer::NextTick, true, false, OrthographicView().bounds, 22},
+                {"failed", BoundsAnswer::Failed, true, false, dg::DBox::EMPTY, 21},
+                {"never", BoundsAnswer::Never, true, true, other, 21},
+                {"refused", BoundsAnswer::Refused, false, false, dg::DBox::EMPTY, 21}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         FingerScript s = FingerScript::OnShapeView(OrthographicView(), Answering(row.answer));
         const int references = s.Component().GetReferenceCount();
@@ -100,15 +99,6 @@ TEST(SceneBounds, ACopyThatAsksAnewEndsTheWaitingOfBoth) {
     EXPECT_NE(touch::WorkflowInspector(*copy).GetBoundsEvent(), shared);
     EXPECT_EQ(s.Inspect().GetBoundsEvent(), nullptr);
     EXPECT_EQ(s.Component().GetReferenceCount(), 1) << "the host's";
-}
-
-TEST(SceneBounds, AWorkflowThatTheHostDropsLivesUntilItsRequestEnds) {
-    FingerScript s = FingerScript::OnShapeView(OrthographicView(), Answering(BoundsAnswer::Never));
-    Pinch(s);
-    const du::SmartPtr<workflow::SimpleWorkflow> watched(s.Viewer().GetComponent());
-    // Unloading ends the request as failed; only the test still holds the workflow.
-    s.Viewer().UnloadComponent();
-    EXPECT_EQ(watched->GetReferenceCount(), 1);
 }
 
 }  // namespace

@@ -91,12 +91,12 @@ TEST(ShapeRecognizer, ASpanThatIsNoNumberLeavesTheGestureOpen) {
 }
 
 TEST(ShapeRecognizer, AnIdleFrameWithTheOldCountStartsButNotInMarkupMode) {
-    for (const bool markup : {false, true}) {
-        SCOPED_TRACE(markup ? "markup" : "navigate");
-        FingerScript s = FingerScript::OnShapeView();
-        s.Down(1, 400, 300).Tick(501);
-        s.Mode(markup ? "enter_markup_mode" : "leave_markup_mode").Frame({}, 0);
-        EXPECT_EQ(s.State(), markup ? touch::GestureIdle : touch::GestureStarted);
+    for (const bool page : {false, true}) {
+        for (const bool markup : {false, true}) {
+            FingerScript s = FingerScript::OnShapeView(page ? PageView("drawingview") : OrthographicView());
+            s.Down(1, 300, 200).Tick(501).Mode(markup ? "enter_markup_mode" : "leave_markup_mode").Frame({}, 0);
+            EXPECT_EQ(s.State(), markup ? touch::GestureIdle : touch::GestureStarted) << page;
+        }
     }
 }
 

@@ -18,14 +18,13 @@ FingerScript& Flick(FingerScript& s, int dx) {
 }
 
 TEST(SpinAnimation, ATickSamplesItsOwnRotationScaledByItsInterval) {
-    struct Row {
+    const struct {
         const char* name;
         int interval;
         double share;  // of the tick's rotation
-    };
-    const Row rows[] = {{"100 ms: half", 100, 0.5},    {"50 ms: none", 50, 0},    {"25 ms: reversed", 25, -1},
-                        {"10 ms: four times", 10, -4}, {"0 ms: no sample", 0, 0}, {"-10 ms: no sample", -10, 0}};
-    for (const Row& row : rows) {
+    } rows[] = {{"100 ms: half", 100, 0.5},    {"50 ms: none", 50, 0},    {"25 ms: reversed", 25, -1},
+                {"10 ms: four times", 10, -4}, {"0 ms: no sample", 0, 0}, {"-10 ms: no sample", -10, 0}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         FingerScript s = FingerScript::OnShapeView();
         Flick(s, 24).Tick(row.interval);
@@ -75,11 +74,6 @@ TEST(SpinAnimation, AReleasedSpinCoastsBeyondTheLimit) {
     }
 }
 
-TEST(SpinAnimation, AFingerThatRestsForATickDoesNotCoast) {
-    FingerScript s = FingerScript::OnShapeView();
-    Flick(s, 24).Tick().Rest().Tick().Mark().Up(1).ExpectNoActions();
-}
-
 // Seen from the front the spin is about Y; what was sampled turns the camera on the way it went.
 TEST(SpinAnimation, TheTransitionGoesOneSampledRotationFurtherAboutTheSpinCenter) {
     viewer::ViewSpec view = OrthographicView();
@@ -97,16 +91,6 @@ TEST(SpinAnimation, TheTransitionGoesOneSampledRotationFurtherAboutTheSpinCenter
     const double angle = -std::asin(0.1) - 4 * TickAngle;  // from (-1, -2, 17), as seen from the spin centre
     const dg::DPoint3D end(1 - std::cos(angle) + 17 * std::sin(angle), 0, 3 + std::sin(angle) + 17 * std::cos(angle));
     EXPECT_TRUE(AreNear(added[0].end.GetPos(), end, 1e-4));
-    EXPECT_NEAR(
-        std::remainder(
-            std::atan2(static_cast<double>(added[0].end.GetW().x), static_cast<double>(added[0].end.GetW().z)) - angle,
-            6.283185307179586),
-        0, 1e-5);
-
-    s.Tick().Tick(99);
-    EXPECT_NE(s.CameraLocation(), added[0].end);
-    s.Tick(1);
-    EXPECT_EQ(s.CameraLocation(), added[0].end);
 }
 
 TEST(SpinAnimation, CarriesTheRotationFromTheCamerasFrameIntoTheWorld) {

@@ -32,12 +32,11 @@ TEST(Spin, TheStepThatLeavesTheStartDoesNotTurnAndTheNextOneDoes) {
 
 // The point of the model that faces the viewer, 2 in front of the centre, goes the finger's way: 0.2 to the side.
 TEST(Spin, TheModelFollowsTheFinger) {
-    struct Row {
+    const struct {
         const char* name;
         int dx, dy;
-    };
-    const Row rows[] = {{"right", 24, 0}, {"left", -24, 0}, {"up", 0, 24}, {"down", 0, -24}};
-    for (const Row& row : rows) {
+    } rows[] = {{"right", 24, 0}, {"left", -24, 0}, {"up", 0, 24}, {"down", 0, -24}};
+    for (const auto& row : rows) {
         for (const bool turned : {false, true}) {
             SCOPED_TRACE(std::string(row.name) + (turned ? ", seen from the right" : ", seen from the front"));
             viewer::ViewSpec view = OrthographicView();
@@ -71,18 +70,17 @@ TEST(Spin, TheCenterKeepsItsPlaceOnTheScreenAndIsReadWhenTheSpinStarts) {
 
 // The rays through the finger and the view's middle: 0.001 a pixel over the distance of the view plane.
 TEST(Spin, ExploringWithAPerspectiveCameraLooksAround) {
-    struct Row {
+    const struct {
         const char* name;
         int dx, dy;
         double distance, tangent;
         double right, up;  // where the view goes
-    };
-    const Row rows[] = {{"right", 100, 0, 1, 0.1, 1, 0},
-                        {"left", -100, 0, 1, 0.1, -1, 0},
-                        {"up", 0, 100, 1, 0.1, 0, 1},
-                        {"down", 0, -100, 1, 0.1, 0, -1},
-                        {"far plane", 100, 0, 2, 0.05, 1, 0}};
-    for (const Row& row : rows) {
+    } rows[] = {{"right", 100, 0, 1, 0.1, 1, 0},
+                {"left", -100, 0, 1, 0.1, -1, 0},
+                {"up", 0, 100, 1, 0.1, 0, 1},
+                {"down", 0, -100, 1, 0.1, 0, -1},
+                {"far plane", 100, 0, 2, 0.05, 1, 0}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         viewer::ViewSpec view = ExploreView();
         view.camera.distance = row.distance;

@@ -11,19 +11,18 @@ namespace {
 constexpr char TwoFingerSwitch[] = "HXAPP_TWO_FINGER_TAP_TOUCH_MODE_CHANGE";
 
 TEST(Taps, AClickIsAShortTouchThatStaysNearItsStart) {
-    struct Row {
+    const struct {
         const char* name;
         int duration, x, y;  // of the lift; the finger came down at (400, 300)
         bool clicks;
-    };
-    const Row rows[] = {{"149 ms", 149, 400, 300, true},
-                        {"150 ms", 150, 400, 300, false},
-                        {"30 pixels on both axes", 100, 430, 270, true},
-                        {"31 pixels sideways", 100, 431, 300, false},
-                        {"31 pixels down", 100, 400, 269, false},
-                        {"no position in the lift", 100, 0, 0, true}};
+    } rows[] = {{"149 ms", 149, 400, 300, true},
+                {"150 ms", 150, 400, 300, false},
+                {"30 pixels on both axes", 100, 430, 270, true},
+                {"31 pixels sideways", 100, 431, 300, false},
+                {"31 pixels down", 100, 400, 269, false},
+                {"no position in the lift", 100, 0, 0, true}};
     for (const char* kind : {"shapeview", "drawingview", "schematicfigureview"}) {
-        for (const Row& row : rows) {
+        for (const auto& row : rows) {
             SCOPED_TRACE(std::string(row.name) + ", " + kind);
             viewer::ViewSpec view = PageView(kind);
             view.camera = OrthographicView().camera;
@@ -53,20 +52,19 @@ FingerScript& TwoFingerTap(FingerScript& s, int late, int first, int second) {
 }
 
 TEST(Taps, TwoFingersSwitchTheModeWhereTheyAreShortAndStill) {
-    struct Row {
+    const struct {
         const char* name;
         const char* environment;
         int late, first, second;
         bool switches;
-    };
-    const Row rows[] = {{"both 299 ms", TwoFingerSwitch, 0, 299, 0, true},
-                        {"both 300 ms", TwoFingerSwitch, 0, 300, 0, false},
-                        {"first 299, second 199", TwoFingerSwitch, 100, 199, 0, true},
-                        {"first 300, second 200", TwoFingerSwitch, 100, 200, 0, false},
-                        {"first 100, second 299", TwoFingerSwitch, 0, 100, 199, true},
-                        {"first 100, second 300", TwoFingerSwitch, 0, 100, 200, false},
-                        {"switched off", "", 0, 299, 0, false}};
-    for (const Row& row : rows) {
+    } rows[] = {{"both 299 ms", TwoFingerSwitch, 0, 299, 0, true},
+                {"both 300 ms", TwoFingerSwitch, 0, 300, 0, false},
+                {"first 299, second 199", TwoFingerSwitch, 100, 199, 0, true},
+                {"first 300, second 200", TwoFingerSwitch, 100, 200, 0, false},
+                {"first 100, second 299", TwoFingerSwitch, 0, 100, 199, true},
+                {"first 100, second 300", TwoFingerSwitch, 0, 100, 200, false},
+                {"switched off", "", 0, 299, 0, false}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         FingerScript s = FingerScript::OnShapeView(OrthographicView(), WithSwitch(row.environment));
         TwoFingerTap(s, row.late, row.first, row.second);
@@ -81,17 +79,16 @@ TEST(Taps, TwoFingersSwitchTheModeWhereTheyAreShortAndStill) {
 }
 
 TEST(Taps, TwoFingersThatMoveOrHaveCompanyDoNotSwitch) {
-    struct Row {
+    const struct {
         const char* name;
         Place first, second;
         bool third, switches;
-    };
-    const Row rows[] = {{"first moved 30", {1, 330, 270}, {2, 400, 300}, false, true},
-                        {"first moved 31", {1, 331, 300}, {2, 400, 300}, false, false},
-                        {"second moved 30", {1, 300, 300}, {2, 430, 330}, false, true},
-                        {"second moved 31", {1, 300, 300}, {2, 400, 331}, false, false},
-                        {"a third finger", {1, 300, 300}, {2, 400, 300}, true, false}};
-    for (const Row& row : rows) {
+    } rows[] = {{"first moved 30", {1, 330, 270}, {2, 400, 300}, false, true},
+                {"first moved 31", {1, 331, 300}, {2, 400, 300}, false, false},
+                {"second moved 30", {1, 300, 300}, {2, 430, 330}, false, true},
+                {"second moved 31", {1, 300, 300}, {2, 400, 331}, false, false},
+                {"a third finger", {1, 300, 300}, {2, 400, 300}, true, false}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         FingerScript s = FingerScript::OnShapeView(OrthographicView(), WithSwitch(TwoFingerSwitch));
         s.Down({{1, 300, 300}, {2, 400, 300}});

@@ -28,18 +28,17 @@ protected:
 };
 
 TEST_F(TouchGeometry, PixelDistanceTakesBothXFirstAndWrapsAround) {
-    struct Row {
+    const struct {
         const char* name;
         int x1, x2, y1, y2;
         double distance;
-    };
-    const Row rows[] = {{"3, 4, 5", 10, 13, 20, 24, 5},
-                        {"four different values", 7, 1, 9, 1, 10},
-                        {"one place", 5, 5, 6, 6, 0},
-                        {"square that wraps to 0", 65536, 0, 0, 0, 0},
-                        {"sum that wraps to 1", 65536, 0, 1, 0, 1},
-                        {"difference that wraps to 1", Lowest, Highest, 0, 0, 1}};
-    for (const Row& row : rows) {
+    } rows[] = {{"3, 4, 5", 10, 13, 20, 24, 5},
+                {"four different values", 7, 1, 9, 1, 10},
+                {"one place", 5, 5, 6, 6, 0},
+                {"square that wraps to 0", 65536, 0, 0, 0, 0},
+                {"sum that wraps to 1", 65536, 0, 1, 0, 1},
+                {"difference that wraps to 1", Lowest, Highest, 0, 0, 1}};
+    for (const auto& row : rows) {
         EXPECT_EQ(m_measures->DistanceBetweenPoints(row.x1, row.x2, row.y1, row.y2), row.distance) << row.name;
     }
     EXPECT_TRUE(std::isnan(m_measures->DistanceBetweenPoints(46341, 0, 0, 0))) << "a square that wraps below 0";
@@ -74,15 +73,14 @@ TEST_F(TouchGeometry, DirectionOfCoordinatesGoesFromTheSecondPointToTheFirst) {
 }
 
 TEST_F(TouchGeometry, RoundingAddsHalfAUnitAndTruncates) {
-    struct Row {
+    const struct {
         double value;
         int digits;
         double expected;
-    };
-    const Row rows[] = {{2.344, 2, 2.34}, {2.346, 2, 2.35},        {-2.346, 2, -2.34},       {7.0, 0, 7.0},
-                        {0.125, 2, 0.13}, {1.5, 0, 2.0},           {-1.5, 0, -1.0},          {-0.125, 2, -0.12},
-                        {1234, -2, 1200}, {1e300, 2, 21474836.47}, {-1e300, 2, -21474836.48}};
-    for (const Row& row : rows) {
+    } rows[] = {{2.344, 2, 2.34}, {2.346, 2, 2.35},        {-2.346, 2, -2.34},       {7.0, 0, 7.0},
+                {0.125, 2, 0.13}, {1.5, 0, 2.0},           {-1.5, 0, -1.0},          {-0.125, 2, -0.12},
+                {1234, -2, 1200}, {1e300, 2, 21474836.47}, {-1e300, 2, -21474836.48}};
+    for (const auto& row : rows) {
         EXPECT_DOUBLE_EQ(m_measures->GetFixedDigitNumber(row.value, row.digits), row.expected)
             << row.value << " with " << row.digits << " digits";
     }
@@ -90,14 +88,12 @@ TEST_F(TouchGeometry, RoundingAddsHalfAUnitAndTruncates) {
 }
 
 TEST_F(TouchGeometry, AFingerIsWhereItIsNowOrElseWhereItWentDown) {
-    struct Row {
+    const struct {
         const char* name;
         int x, y;
         dg::DPoint2D center;  // of the finger and one at rest at (300, 100)
-    };
-    const Row rows[] = {
-        {"both coordinates", 120, 140, {210, 120}}, {"no x", 0, 140, {200, 100}}, {"no y", 120, 0, {200, 100}}};
-    for (const Row& row : rows) {
+    } rows[] = {{"both coordinates", 120, 140, {210, 120}}, {"no x", 0, 140, {200, 100}}, {"no y", 120, 0, {200, 100}}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         FingerScript s = FingerScript::OnShapeView();
         s.Down({{1, 100, 100}, {2, 300, 100}}).Move(1, row.x, row.y);
@@ -111,18 +107,17 @@ TEST_F(TouchGeometry, WorldDistanceIsTheLargerOfDepthAndMeanSize) {
     const dg::FVec3 y{0, 1, 0};
     const dg::FVec3 z{0, 0, 1};
     const dg::DBox box({0, 0, 0}, {2, 4, 6});
-    struct Row {
+    const struct {
         const char* name;
         double cameraX;
         dg::DBox bounds;
         double expected;
-    };
-    const Row rows[] = {{"mean beyond depth 3", 3, box, 4},
-                        {"depth 22", 22, box, 22},
-                        {"behind the camera", -20, box, 22},
-                        {"empty", 22, dg::DBox::EMPTY, 7},
-                        {"a point in the eye", 22, dg::DBox({22, 0, 0}, {22, 0, 0}), 1}};
-    for (const Row& row : rows) {
+    } rows[] = {{"mean beyond depth 3", 3, box, 4},
+                {"depth 22", 22, box, 22},
+                {"behind the camera", -20, box, 22},
+                {"empty", 22, dg::DBox::EMPTY, 7},
+                {"a point in the eye", 22, dg::DBox({22, 0, 0}, {22, 0, 0}), 1}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         viewer::ViewSpec view = OrthographicView();
         view.camera.location = dg::Location(y, z, x, {row.cameraX, 0, 0});

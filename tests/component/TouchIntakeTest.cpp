@@ -20,22 +20,17 @@ std::array<TouchState, 10> Table(std::initializer_list<TouchState> taken) {
 }
 
 TEST(TouchIntake, TheKindOfViewChoosesThePipeline) {
-    struct Row {
+    const struct {
         const char* kind;
         std::optional<bool> answer;
         touch::GestureType gesture;
         bool stored;
-    };
-    const Row rows[] = {{"shapeview", true, touch::GestureSpin, true},
-                        {"drawingview", true, touch::Gesture2DPan, true},
-                        {"imageview", true, touch::Gesture2DPan, true},
-                        {"illustration2dview", true, touch::Gesture2DPan, true},
-                        {"ecadschematicview", true, touch::Gesture2DPan, true},
-                        {"ecadpcbview", true, touch::Gesture2DPan, true},
-                        {"schematicfigureview", true, touch::Gesture2DPan, true},
-                        {"other", true, touch::GestureNone, false},
-                        {"", false, touch::GestureNone, false}};
-    for (const Row& row : rows) {
+    } rows[] = {{"shapeview", true, touch::GestureSpin, true},
+                {"drawingview", true, touch::Gesture2DPan, true},
+                {"schematicfigureview", true, touch::Gesture2DPan, true},
+                {"other", true, touch::GestureNone, false},
+                {"", false, touch::GestureNone, false}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.kind);
         FingerScript s = FingerScript::OnShapeView();
         s.SetView(*row.kind != '\0' ? std::optional(PageView(row.kind)) : std::nullopt).Down(4, 100, 200);
@@ -51,12 +46,11 @@ TEST(TouchIntake, StoresRecordsUpToTheFirstGapButSkipsAnEmptyFirstOne) {
     constexpr int D = viewer::TouchDown;
     constexpr int M = viewer::TouchMove;
     constexpr int U = viewer::TouchUp;
-    struct Row {
+    const struct {
         const char* name;
         std::vector<viewer::TouchRecord> records;
         std::array<TouchState, 10> expected;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {"down", {{7, 10, 20, 30, D}}, Table({{7, 10, 20, 0, 0, 30, 0, touch::TSDown, false}})},
         {"down and up is down", {{7, 10, 20, 30, D | U}}, Table({{7, 10, 20, 0, 0, 30, 0, touch::TSDown, false}})},
         {"move and up is move", {{7, 10, 20, 30, M | U}}, Table({{7, 10, 20, 0, 0, 30, 0, touch::TSMove, false}})},
@@ -76,7 +70,7 @@ TEST(TouchIntake, StoresRecordsUpToTheFirstGapButSkipsAnEmptyFirstOne) {
          Table({{7, 10, 20, 15, 25, 30, 35, touch::TSMove, false}})},
     };
     for (const std::int32_t count : {0, 1, 2, 10, -1}) {
-        for (const Row& row : rows) {
+        for (const auto& row : rows) {
             SCOPED_TRACE(std::string(row.name) + ", count " + std::to_string(count));
             FingerScript s = FingerScript::OnShapeView();
             s.Frame(row.records, count);
@@ -93,19 +87,18 @@ TEST(TouchIntake, LaterRecordsKeepStartAndEveryValueThatTheyLack) {
 }
 
 TEST(TouchIntake, OnlyASingleFingerGoingDownStartsFromACleanTable) {
-    struct Row {
+    const struct {
         const char* name;
         std::vector<viewer::TouchRecord> records;
         std::int32_t count;
         bool cleared;
-    };
-    const Row rows[] = {{"one finger down", {{8, 50, 50, 60, 2}}, 1, true},
-                        {"one finger moving", {{8, 50, 50, 60, 1}}, 1, false},
-                        {"one finger up", {{8, 50, 50, 60, 4}}, 1, false},
-                        {"a second finger down", {{7, 10, 20, 60, 1}, {8, 50, 50, 60, 2}}, 2, false},
-                        {"down with a count of two", {{8, 50, 50, 60, 2}}, 2, false},
-                        {"down in the second record", {{-1, 0, 0, 0, 0}, {8, 50, 50, 60, 2}}, 1, false}};
-    for (const Row& row : rows) {
+    } rows[] = {{"one finger down", {{8, 50, 50, 60, 2}}, 1, true},
+                {"one finger moving", {{8, 50, 50, 60, 1}}, 1, false},
+                {"one finger up", {{8, 50, 50, 60, 4}}, 1, false},
+                {"a second finger down", {{7, 10, 20, 60, 1}, {8, 50, 50, 60, 2}}, 2, false},
+                {"down with a count of two", {{8, 50, 50, 60, 2}}, 2, false},
+                {"down in the second record", {{-1, 0, 0, 0, 0}, {8, 50, 50, 60, 2}}, 1, false}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         FingerScript s = FingerScript::OnShapeView();
         s.Down(7, 10, 20);

@@ -21,17 +21,16 @@ FingerScript& Begin(FingerScript& s) {
 }
 
 TEST(Twist, TurnsTheCameraAgainstTheFingersFromTheOnsetOn) {
-    struct Row {
+    const struct {
         const char* name;
         bool orthographic;
         const char* method;
         bool turns;
-    };
-    const Row rows[] = {{"orthographic", true, "standard", true},
-                        {"perspective", false, "standard", true},
-                        {"orthographic explore", true, "explore", true},
-                        {"perspective explore", false, "explore", false}};
-    for (const Row& row : rows) {
+    } rows[] = {{"orthographic", true, "standard", true},
+                {"perspective", false, "standard", true},
+                {"orthographic explore", true, "explore", true},
+                {"perspective explore", false, "explore", false}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         viewer::ViewSpec view = row.orthographic ? OrthographicView() : PerspectiveView();
         view.navMethod = row.method;

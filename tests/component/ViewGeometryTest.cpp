@@ -44,19 +44,18 @@ TEST(ViewGeometry, TheOriginalWidthIsThatOfTheGesturesStartAndCanBeReplaced) {
 // A pinch that keeps its centre travels along the ray through that centre: the travel shows the view-plane point, as if
 // the plane were at distance 1.
 TEST(ViewGeometry, PixelsMapLinearlyToTheWindowWithRowZeroAtTheBottom) {
-    struct Row {
+    const struct {
         const char* name;
         int x, y;
         bool upright;  // one finger above the other
         double u, v;
-    };
-    const Row rows[] = {{"left edge", 1, 300, true, -3.9875, 1},
-                        {"lower edge", 400, 1, false, 1, -3 + 8 / 600.0},
-                        {"upper right corner", 800, 600, false, 6, 5},
-                        {"middle of the pixels", 400, 300, false, 1, 1},
-                        {"left of the middle, high", 200, 450, true, -1.5, 3},
-                        {"outside", 1000, 750, false, 8.5, 7}};
-    for (const Row& row : rows) {
+    } rows[] = {{"left edge", 1, 300, true, -3.9875, 1},
+                {"lower edge", 400, 1, false, 1, -3 + 8 / 600.0},
+                {"upper right corner", 800, 600, false, 6, 5},
+                {"middle of the pixels", 400, 300, false, 1, 1},
+                {"left of the middle, high", 200, 450, true, -1.5, 3},
+                {"outside", 1000, 750, false, 8.5, 7}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         viewer::ViewSpec view = PerspectiveView();
         view.width = 800;

@@ -11,19 +11,18 @@ namespace tests {
 namespace {
 
 TEST(Zoom, AnOrthographicViewGetsNarrowerByAPowerOfTwo) {
-    struct Row {
+    const struct {
         const char* name;
         unsigned int pixels;
         int change;  // of the span after the onset
         double factor;
-    };
-    const Row rows[] = {{"no change", 640, 0, 1},
-                        {"64 of 640 pixels", 640, 64, std::exp2(-0.6)},
-                        {"-64 of 640 pixels", 640, -64, std::exp2(0.6)},
-                        {"128 of 768 pixels", 768, 128, 0.5},
-                        {"64 of 128 pixels", 128, 64, 0.125},
-                        {"64 of 100 pixels count as 128", 100, 64, 0.125}};
-    for (const Row& row : rows) {
+    } rows[] = {{"no change", 640, 0, 1},
+                {"64 of 640 pixels", 640, 64, std::exp2(-0.6)},
+                {"-64 of 640 pixels", 640, -64, std::exp2(0.6)},
+                {"128 of 768 pixels", 768, 128, 0.5},
+                {"64 of 128 pixels", 128, 64, 0.125},
+                {"64 of 100 pixels count as 128", 100, 64, 0.125}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         viewer::ViewSpec view = OrthographicView();
         view.width = row.pixels;
@@ -48,21 +47,20 @@ TEST(Zoom, SpansAreTruncatedBeforeTheyAreSubtracted) {
 
 // The model is 22 deep: a normalised pinch of 1 travels 220.
 TEST(Zoom, APerspectiveCameraTravelsByTheSquareOfTheChange) {
-    struct Row {
+    const struct {
         const char* name;
         unsigned int pixels;
         int change;
         double speed, travel;
-    };
-    const Row rows[] = {{"out by 20", 1000, 20, 1, 8.8},
-                        {"in by 20", 1000, -20, 1, -8.8},
-                        {"out by 2", 1000, 2, 1, 0.088},
-                        {"no change", 1000, 0, 1, 0},
-                        {"half speed", 1000, 20, 0.5, 4.4},
-                        {"wide view", 2000, 20, 1, 2.2},
-                        {"100 pixels count as 128", 100, 16, 1, 343.75},
-                        {"128 pixels", 128, 16, 1, 343.75}};
-    for (const Row& row : rows) {
+    } rows[] = {{"out by 20", 1000, 20, 1, 8.8},
+                {"in by 20", 1000, -20, 1, -8.8},
+                {"out by 2", 1000, 2, 1, 0.088},
+                {"no change", 1000, 0, 1, 0},
+                {"half speed", 1000, 20, 0.5, 4.4},
+                {"wide view", 2000, 20, 1, 2.2},
+                {"100 pixels count as 128", 100, 16, 1, 343.75},
+                {"128 pixels", 128, 16, 1, 343.75}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         viewer::ViewSpec view = PerspectiveView();
         view.width = row.pixels;
@@ -98,13 +96,12 @@ TEST(Zoom, AFingerThatJoinsDoesNotMakeAPerspectiveCameraJump) {
 }
 
 TEST(Explore, OneHandStartsWithABoundsRequestAndFliesOnWhileHeldApart) {
-    struct Row {
+    const struct {
         const char* name;
         int change;
         double speed, step;  // towards the model on every frame
-    };
-    const Row rows[] = {{"apart", 100, 1, 0.0022}, {"together", -100, 1, -0.0022}, {"fast", 200, 2, 0.0176}};
-    for (const Row& row : rows) {
+    } rows[] = {{"apart", 100, 1, 0.0022}, {"together", -100, 1, -0.0022}, {"fast", 200, 2, 0.0176}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         viewer::ViewSpec view = ExploreView();
         view.navSpeed = row.speed;
@@ -121,22 +118,21 @@ TEST(Explore, OneHandStartsWithABoundsRequestAndFliesOnWhileHeldApart) {
 }
 
 TEST(Explore, StartsOnlyWithAPerspectiveCameraAndHandsThatTheSwitchesAllow) {
-    struct Row {
+    const struct {
         const char* name;
         bool orthographic;
         const char* method;
         const char* environment;
         int distance;  // between the fingers
         bool starts;
-    };
-    const Row rows[] = {{"explore", false, "explore", "", 100, true},
-                        {"another method", false, "standard", "", 100, false},
-                        {"letter case", false, "Explore", "", 100, false},
-                        {"orthographic", true, "explore", "", 100, false},
-                        {"zoom switched off", false, "explore", "HXAPP_DONTZOOM", 100, false},
-                        {"two hands", false, "explore", "HXAPP_TOUCH_TWO_HANDS_EXPLORE", 400, true},
-                        {"one hand for two", false, "explore", "HXAPP_TOUCH_TWO_HANDS_EXPLORE", 100, false}};
-    for (const Row& row : rows) {
+    } rows[] = {{"explore", false, "explore", "", 100, true},
+                {"another method", false, "standard", "", 100, false},
+                {"letter case", false, "Explore", "", 100, false},
+                {"orthographic", true, "explore", "", 100, false},
+                {"zoom switched off", false, "explore", "HXAPP_DONTZOOM", 100, false},
+                {"two hands", false, "explore", "HXAPP_TOUCH_TWO_HANDS_EXPLORE", 400, true},
+                {"one hand for two", false, "explore", "HXAPP_TOUCH_TWO_HANDS_EXPLORE", 100, false}};
+    for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         viewer::ViewSpec view = row.orthographic ? OrthographicView() : PerspectiveView();
         view.navMethod = row.method;
