@@ -59,6 +59,8 @@ const StateRow StateRows[] = {
     {"host clock at 50 ms, no touch", "ppppppp", [](FingerScript& s) { s.Viewer().Tick(50, 10); }},
     {"select: idle", "ppppppp", [](FingerScript& s) { Select(s); }},
     {"select: dragging", "spppppp", [](FingerScript& s) { One(Select(s)).Rest(); }},
+    {"select: drag begun 10 ms after a lift", "spppppp",
+     [](FingerScript& s) { One(Select(s)).Up(1).Tick().Down(2, 400, 300); }},
     {"select: several fingers", "ppppsss", [](FingerScript& s) { Two(Select(s)).Rest(); }},
     {"select: 2D zoom", "ppppsss", [](FingerScript& s) { Two(Page(Select(s))).Rest(); }},
     {"select: drag lifted 49 ms ago", "ppppsps", [](FingerScript& s) { One(Select(s)).Up(1).Tick(49); }},
@@ -107,10 +109,7 @@ TEST(MouseMessages, ADoubleClickWhileTheFingerIsDownSwallowsTheNextDownAndPasses
     for (const bool select : {false, true}) {
         SCOPED_TRACE(select ? "select" : "navigate");
         FingerScript s = FingerScript::OnShapeView();
-        if (select) {
-            s.SwitchMode();
-        }
-        s.Down(1, 400, 300);
+        (select ? s.SwitchMode() : s).Down(1, 400, 300);
         EXPECT_EQ(s.AnswerTo("MsgDoubleClickLeft"), "passed");
         s.Tick(501);  // ends the gesture, not the mark
         EXPECT_EQ(s.AnswerTo("MsgMouseLeftDown"), "swallowed");

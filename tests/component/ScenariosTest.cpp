@@ -53,20 +53,6 @@ TEST_F(Scenarios, TheSystemsEchoOfATapDoesNotClickASecondTime) {
     EXPECT_THAT(Selected(), IsEmpty());
 }
 
-TEST_F(Scenarios, TheEchoOfASpinNeverReachesThePicker) {
-    Tap(static_cast<int>(flange.x), static_cast<int>(flange.y));
-    s.Tick(300);
-    const Texts selected = Selected();
-    Spin();
-    for (const char* echo : {"MsgMouseLeftDown", "MsgMouseMove", "MsgMouseInitLeftDrag", "MsgMouseLeftDrag"}) {
-        EXPECT_EQ(s.AnswerTo(echo), "swallowed") << echo;
-    }
-    s.Up(1);
-    EXPECT_EQ(s.AnswerTo("MsgMouseLeftUp"), "swallowed");
-    EXPECT_EQ(s.AnswerTo("MsgClickLeft"), "swallowed");
-    EXPECT_EQ(Selected(), selected);
-}
-
 TEST_F(Scenarios, AHoldOpensTheContextActionsAndTheNextTouchClosesThem) {
     s.Down(1, static_cast<int>(flange.x), static_cast<int>(flange.y)).Hold(900);
     EXPECT_FALSE(IsMenuOpen());
@@ -116,18 +102,6 @@ TEST_F(Scenarios, ASecondFingerTurnsASpinIntoAPanAndTheModelFollows) {
     s.Move({{1, 620, 340}, {2, 690, 340}}).Tick();
     const dg::DPoint2D after = s.PixelOf({0, 0, 0});
     EXPECT_TRUE(AreNear(dg::DPoint2D(after.x - before.x, after.y - before.y), dg::DPoint2D(40, 40), 1e-3));
-}
-
-TEST_F(Scenarios, WhileTheUserDrawsTouchAndMouseBelongToTheHost) {
-    s.Mode("enter_markup_mode");
-    const dg::Location camera = s.CameraLocation();
-    Spin();
-    EXPECT_EQ(s.AnswerTo("MsgMouseLeftDrag"), "passed");
-    s.Up(1);
-    EXPECT_EQ(s.CameraLocation(), camera);
-    s.Mode("leave_markup_mode").Tick(600);
-    Spin();
-    EXPECT_FALSE(AreNear(s.CameraLocation(), camera, 0.01));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <utility>
 
 namespace tests {
 namespace {
@@ -32,19 +33,16 @@ TEST(Spin, TheStepThatLeavesTheStartDoesNotTurnAndTheNextOneDoes) {
 
 // The point of the model that faces the viewer, 2 in front of the centre, goes the finger's way: 0.2 to the side.
 TEST(Spin, TheModelFollowsTheFinger) {
-    const struct {
-        const char* name;
-        int dx, dy;
-    } rows[] = {{"right", 24, 0}, {"left", -24, 0}, {"up", 0, 24}, {"down", 0, -24}};
-    for (const auto& row : rows) {
+    for (const auto& [dx, dy] : {std::pair(24, 0), std::pair(-24, 0), std::pair(0, 24), std::pair(0, -24)}) {
         for (const bool turned : {false, true}) {
-            SCOPED_TRACE(std::string(row.name) + (turned ? ", seen from the right" : ", seen from the front"));
+            SCOPED_TRACE(testing::Message()
+                         << dx << ", " << dy << (turned ? ", seen from the right" : ", seen from the front"));
             viewer::ViewSpec view = OrthographicView();
             view.camera.location = turned ? FromTheRight() : view.camera.location;
             FingerScript s = FingerScript::OnShapeView(view);
-            s.Down(1, 460, 300).Move(1, 500, 300).Move(1, 500 + row.dx, 300 + row.dy);
+            s.Down(1, 460, 300).Move(1, 500, 300).Move(1, 500 + dx, 300 + dy);
             const dg::DPoint3D facing = turned ? dg::DPoint3D(2, 0, 0) : dg::DPoint3D(0, 0, 2);
-            const dg::DPoint2D expected(500 + row.dx / 2.4, 300 + row.dy / 2.4);
+            const dg::DPoint2D expected(500 + dx / 2.4, 300 + dy / 2.4);
             EXPECT_TRUE(AreNear(s.PixelOf(facing), expected, 1e-4));
             EXPECT_TRUE(AreNear(s.PixelOf({0, 0, 0}), dg::DPoint2D(500, 300), 1e-4));
         }

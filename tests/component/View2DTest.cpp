@@ -27,13 +27,6 @@ TEST(View2DRecognizer, FingersAndModeChooseTheGesture) {
     EXPECT_EQ(s.Gesture(), touch::Gesture2DZoomPan);
 }
 
-TEST(View2DRecognizer, TheCircleFollowsOneFinger) {
-    FingerScript s = FingerScript::On2DView();
-    s.Down(1, 300, 200).Tick().Move(1, 310, 205);
-    EXPECT_TRUE(AreNear(s.Inspect().GetGestureCenter(), dg::DPoint2D(310, 205), 0));
-    EXPECT_EQ(s.Inspect().GetGestureSpan(), 0);
-}
-
 TEST(View2DRecognizer, APinchIsFoundWithoutGateAndWithoutBoundsAndATwistNever) {
     const struct {
         const char* name;

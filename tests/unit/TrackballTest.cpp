@@ -62,9 +62,7 @@ TEST(Trackballs, AConstrainedProjectionStaysPerpendicularToTheAxis) {
         DPoint3D point;
         Three expected;
     } rows[] = {
-        {"about Z, right", DVec3::Z, {430, 300, 0}, {1, 0, 0}},
         {"about Z, centre: no direction left", DVec3::Z, {400, 300, 0}, {0, 0, 0}},
-        {"about X, above", DVec3::X, {480, 300 + 60, 0}, {0, 1, 0}},
         {"about X, inside", DVec3::X, {400 + 60, 300, 0}, {0, 0, 1}},
     };
     for (const auto& row : rows) {
@@ -86,9 +84,7 @@ TEST(Trackballs, TheCentreWeightedAngleFallsWithTheDistanceOfTheNewPoint) {
         double factor;
     } rows[] = {
         {"at the centre", 2, -0.01, 0, 2},
-        {"away from the centre", 2, 0, 0.6, 2 * std::cos(0.6)},
         {"only the new point counts", 2, 0.9, 0.6, 2 * std::cos(0.6)},
-        {"on the rim", 2, 0.5, 1, 1},
         {"outside", 2, 0.5, 3, 1},
         {"negative gain turns back", -1, 0, 0.6, -std::cos(0.6)},
     };
