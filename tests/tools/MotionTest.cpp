@@ -49,48 +49,6 @@ TEST(BundledRecordings, AreWhatTheGeneratorMakes) {
     EXPECT_EQ(FindGesture("wave"), nullptr);
 }
 
-TEST(EvemuWriter, TellsWhatChangedOfFingersThatComeAndGo) {
-    const Contact corner{0, {-1000, -1000}};  // beyond the edge, so moved to it
-    const std::string text = WriteEvemu({{0, {corner, {1, {0, 0}}}},
-                                         {9000, {corner, {1, {0, 1}}}},
-                                         {18000, {corner, {1, {0, 1}}}},
-                                         {27000, {{1, {1000, 1000}}}},
-                                         {36000, {{1, {1000, 1000}}, {2, {0, 0}}}},
-                                         {45000, {}}},
-                                        "title");
-    EXPECT_NE(text.find("\n# title\n"), std::string::npos);
-    EXPECT_EQ(text.substr(text.find("E: ")), R"(E: 0.000000 0003 0039 0001
-E: 0.000000 0003 0036 32400
-E: 0.000000 0003 002f 0001
-E: 0.000000 0003 0039 0002
-E: 0.000000 0003 0035 16317
-E: 0.000000 0003 0036 16200
-E: 0.000000 0001 014a 0001
-E: 0.000000 0003 0001 32400
-E: 0.000000 0000 0000 0000	# SYN_REPORT
-E: 0.009000 0003 0036 16100
-E: 0.009000 0000 0000 0000	# SYN_REPORT
-E: 0.027000 0003 002f 0000
-E: 0.027000 0003 0039 -001
-E: 0.027000 0003 002f 0001
-E: 0.027000 0003 0035 32634
-E: 0.027000 0003 0036 0000
-E: 0.027000 0003 0000 32634
-E: 0.027000 0003 0001 0000
-E: 0.027000 0000 0000 0000	# SYN_REPORT
-E: 0.036000 0003 002f 0000
-E: 0.036000 0003 0039 0003
-E: 0.036000 0003 0035 16317
-E: 0.036000 0003 0036 16200
-E: 0.036000 0000 0000 0000	# SYN_REPORT
-E: 0.045000 0003 0039 -001
-E: 0.045000 0003 002f 0001
-E: 0.045000 0003 0039 -001
-E: 0.045000 0001 014a 0000
-E: 0.045000 0000 0000 0000	# SYN_REPORT
-)");
-}
-
 TEST(EvemuWriter, RefusesMoreFingersThanSlots) {
     Scan scan{1, {}};
     for (std::size_t finger = 0; finger < 10; ++finger) {
