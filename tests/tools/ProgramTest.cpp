@@ -19,6 +19,7 @@ namespace {
 
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+using ::testing::MatchesRegex;
 namespace fs = std::filesystem;
 
 const std::string Header = R"({"session": 1, "view": {"kind": "shapeview", "size": [1280, 800], "camera": )"
@@ -90,69 +91,53 @@ private:
 };
 
 TEST_F(Program, TellsEachFaultInOneLineAndLeavesNothingBehind) {
-    struct Row {
-        const char* name;
-        const char* arguments;
-        const char* error;  // regular expression
-    };
-    const Row rows[] = {
-        {"no file", "", "FILE"},
-        {"an unknown option", "tap.jsonl --fast", "--fast"},
-        {"two files", "tap.jsonl tap.jsonl", "tap\\.jsonl"},
-        {"an option without its value", "tap.jsonl --trace", "--trace"},
-        {"a file that is missing", "none.jsonl --trace t", "none\\.jsonl: .*No such file"},
-        {"a recording that is missing", "none.evemu --trace t", "none\\.evemu: .*No such file"},
-        {"a folder", ". --trace t", "folder"},
-        {"a session with a fault", "bad.jsonl --trace t --write-session s", "bad\\.jsonl:2: .*expected"},
-        {"a recording with a fault", "bad.evemu --trace t --write-session s", "bad\\.evemu"},
-        {"an empty file", "empty.evemu --trace t", "empty\\.evemu"},
-        {"a size without height", "bad.evemu --size 100", "--size: expected WIDTHxHEIGHT"},
-        {"a size of one pixel", "bad.evemu --size 1x100", "--size: expected"},
-        {"a size beyond all bounds", "bad.evemu --size 100x99999999999", "--size: expected"},
-        {"a size with something behind", "bad.evemu --size 100x100x", "--size: expected"},
-        {"a size for a session", "tap.jsonl --size 100x100 --trace t", "--size: for recordings only"},
-        {"a mouse echo for a session", "tap.jsonl --mouse-echo", "--mouse-echo: for recordings only"},
-        {"a kind of view that is none", "bad.evemu --view movie", "--view"},
-        {"a camera that is none", "bad.evemu --camera fisheye", "--camera"},
-        {"a plug-in that is missing", "tap.jsonl --trace t --plugin ./none.so", "none\\.so"},
-        {"a plug-in that is none", "tap.jsonl --trace t --plugin tap.jsonl", "tap\\.jsonl"},
-        {"a model that is missing", "tap.jsonl --trace t --model none.obj", "none\\.obj"},
-        {"a storyboard of another kind", "tap.jsonl --trace t --storyboard s.gif", "--storyboard: .*\\.svg or \\.png"},
-        {"a storyboard in a folder that is missing", "tap.jsonl --trace t --write-session s --storyboard none/s.svg",
-         "none/s\\.svg"},
-        {"a trace in a folder that is missing", "tap.jsonl --write-session s --trace none/t", "none/t: cannot be"},
-        {"a trace in place of a folder", "tap.jsonl --write-session s --trace .", "\\.: cannot be written"},
-        {"a trace without a name", "tap.jsonl --trace ''", "--trace: expected a file name"},
-        {"one file for two outputs", "tap.jsonl --trace t --write-session t",
-         "--write-session: t is written by --trace"},
+    const std::pair<const char*, const char*> rows[] = {
+        {"", "FILE"},
+        {"tap.jsonl --fast", "--fast"},
+        {"tap.jsonl tap.jsonl", "tap\\.jsonl"},
+        {"tap.jsonl --trace", "--trace"},
+        {"none.jsonl --trace t", "none\\.jsonl: .*No such file"},
+        {". --trace t", "folder"},
+        {"bad.jsonl --trace t --write-session s", "bad\\.jsonl:2: .*expected"},
+        {"bad.evemu --trace t --write-session s", "bad\\.evemu"},
+        {"empty.evemu --trace t", "empty\\.evemu"},
+        {"bad.evemu --size 100", "--size: expected WIDTHxHEIGHT"},
+        {"bad.evemu --size 1x100", "--size: expected"},
+        {"bad.evemu --size 100x99999999999", "--size: expected"},
+        {"bad.evemu --size 100x100x", "--size: expected"},
+        {"tap.jsonl --size 100x100 --trace t", "--size: for recordings only"},
+        {"tap.jsonl --mouse-echo", "--mouse-echo: for recordings only"},
+        {"bad.evemu --view movie", "--view"},
+        {"bad.evemu --camera fisheye", "--camera"},
+        {"tap.jsonl --trace t --plugin ./none.so", "none\\.so"},
+        {"tap.jsonl --trace t --plugin tap.jsonl", "tap\\.jsonl"},
+        {"tap.jsonl --trace t --model none.obj", "none\\.obj"},
+        {"tap.jsonl --trace t --storyboard s.gif", "--storyboard: .*\\.svg or \\.png"},
+        {"tap.jsonl --trace t --write-session s --storyboard none/s.svg", "none/s\\.svg"},
+        {"tap.jsonl --write-session s --trace none/t", "none/t: cannot be"},
+        {"tap.jsonl --write-session s --trace .", "\\.: cannot be written"},
+        {"tap.jsonl --trace ''", "--trace: expected a file name"},
+        {"tap.jsonl --trace t --write-session t", "--write-session: t is written by --trace"},
     };
     Write("bad.jsonl", Header + "{\"timer\": [1]}\n");
     Write("bad.evemu", "This is no recording.\n");
     Write("empty.evemu", "");
     const auto before = Files();
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        const Result result = Run(row.arguments);
+    for (const auto& [arguments, error] : rows) {
+        SCOPED_TRACE(arguments);
+        const Result result = Run(arguments);
         EXPECT_EQ(result.exitCode, 2);
         EXPECT_THAT(result.output, IsEmpty());
-        EXPECT_TRUE(
-            std::regex_search(result.errors, std::regex("^touch-replay: .*" + std::string(row.error) + ".*\n$")))
+        EXPECT_TRUE(std::regex_match(result.errors, std::regex("touch-replay: .*" + std::string(error) + ".*\n")))
             << result.errors;
-        EXPECT_EQ(CountLines(result.errors), 1) << result.errors;
         EXPECT_EQ(Files(), before);
     }
 }
 
-TEST_F(Program, KeepsAnOlderFileWhenTheNewOneFails) {
+TEST_F(Program, KeepsAnOlderFileWhenTheNewOneFailsAndFollowsALinkToIt) {
     Write("t", "older");
     EXPECT_EQ(Run("tap.jsonl --trace t --storyboard none/s.svg").exitCode, 2);
     EXPECT_EQ(Files()["t"], "older");
-    EXPECT_EQ(Run("tap.jsonl --trace t").exitCode, 0);
-    EXPECT_THAT(Files()["t"], HasSubstr("\"event\": 5"));
-}
-
-TEST_F(Program, FollowsALinkToItsFile) {
-    Write("t", "older");
     fs::create_symlink("t", Inside() / "link");
     EXPECT_EQ(Run("tap.jsonl --trace link").exitCode, 0);
     EXPECT_TRUE(fs::is_symlink(Inside() / "link"));
@@ -184,32 +169,25 @@ TEST_F(Program, TellsWhenItsReaderHasGone) {
 TEST_F(Program, AnswersForHelpAndVersion) {
     const Result help = Run("--help");
     EXPECT_EQ(help.exitCode, 0);
-    for (const char* option : {"--size", "--write-session", "--trace", "--view", "--camera", "--nav-method", "--env",
-                               "--model", "--plugin", "--storyboard", "--mouse-echo", "--version"}) {
-        EXPECT_THAT(help.output, HasSubstr(option));
-    }
+    EXPECT_THAT(help.output, HasSubstr("--storyboard"));
     const Result version = Run("--version");
     EXPECT_EQ(version.exitCode, 0);
-    EXPECT_TRUE(std::regex_match(version.output, std::regex("touch-replay [0-9]+\\.[0-9]+\\.[0-9]+\n")))
-        << version.output;
+    EXPECT_THAT(version.output, MatchesRegex("touch-replay [0-9]+\\.[0-9]+\\.[0-9]+\n"));
 }
 
 TEST_F(Program, TellsTheStoryUnlessTheTraceTakesItsPlace) {
-    const Result story = Run("tap.jsonl");
+    const Result story = Run("tap.jsonl --trace t");
     EXPECT_EQ(story.exitCode, 0);
     EXPECT_THAT(story.errors, IsEmpty());
-    EXPECT_THAT(story.output, HasSubstr("tap.jsonl: 5 events"));
-    EXPECT_THAT(story.output, HasSubstr("Tap: left click at (640, 400)"));
+    EXPECT_EQ(story.output, "tap.jsonl: 5 events in 0.01 s, shapeview 1280 x 800, width 16\n"
+                            "  0.00 s            status bar     \"Touch: navigate\"\n"
+                            "  0.00 s - 0.01 s   1 finger       Tap: left click at (640, 400), picked shaft\n");
 
     const Result trace = Run("tap.jsonl --trace -");
-    EXPECT_EQ(trace.exitCode, 0);
+    EXPECT_EQ(trace.output, Files()["t"]);
     EXPECT_EQ(CountLines(trace.output), 5);
     EXPECT_EQ(trace.output.rfind("{\"event\": 1, ", 0), 0U);
     EXPECT_THAT(trace.output, HasSubstr(R"(["SendMessage", "MsgClickLeft", 640, 400, false])"));
-
-    const Result both = Run("tap.jsonl --trace t");
-    EXPECT_EQ(both.output, story.output);
-    EXPECT_EQ(Files()["t"], trace.output);
 }
 
 TEST_F(Program, TakesAFileForASessionByItsFirstCharacter) {
@@ -226,31 +204,22 @@ TEST_F(Program, GivesTheSameBytesFromARecordingAndTheSessionMadeOfIt) {
         const char* evidence;  // in the trace, that the touch reached the component
     };
     const Row rows[] = {
-        {"flick", "", "AddTransition"},
+        {"flick", "--mouse-echo", "AddTransition"},
         {"twist", "--camera perspective --size 1001x777", "SetCameraLocation"},
-        {"one-hand-flight", "--camera perspective --nav-method explore", "SetCameraLocation"},
         {"two-finger-tap", "--env HXAPP_DONTSPIN --env HXAPP_TWO_FINGER_TAP_TOUCH_MODE_CHANGE", "Touch: select"},
         {"pinch-2d", "--view drawingview", "SetOrthoWidth"},
-        {"double-tap", "--mouse-echo", "MsgClickLeft"},
         {"pan", "--view other", "Touch: navigate"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.recording);
         const std::string recording =
             std::string("'" BUNDLED_RECORDINGS_DIR "/") + row.recording + ".evemu' " + row.options;
-        const Result first = Run(recording + " --trace t1 --write-session s1.jsonl");
-        const Result again = Run(recording + " --trace t2 --write-session s2.jsonl");
-        const Result session = Run("s1.jsonl --trace t3 --write-session s3.jsonl");
-        EXPECT_EQ(first.exitCode + again.exitCode + session.exitCode, 0) << first.errors << session.errors;
-        EXPECT_EQ(first.output, again.output);
+        EXPECT_EQ(Run(recording + " --trace t1 --write-session s1.jsonl").exitCode, 0);
+        EXPECT_EQ(Run("s1.jsonl --trace t2 --write-session s2.jsonl").exitCode, 0);
         auto files = Files();
         EXPECT_NE(files["t1"].find(row.evidence), std::string::npos);
-        for (const auto& [one, other] : {std::pair("t1", "t2"), std::pair("t1", "t3"),
-                                         std::pair("s1.jsonl", "s2.jsonl"), std::pair("s1.jsonl", "s3.jsonl")}) {
-            EXPECT_TRUE(files[one] == files[other]) << one << " and " << other << " differ";
-        }
-        // The header of the session has no line in the trace.
-        EXPECT_EQ(CountLines(files["t1"]) + 1, CountLines(files["s1.jsonl"]));
+        EXPECT_TRUE(files["t1"] == files["t2"]) << "the traces differ";
+        EXPECT_TRUE(files["s1.jsonl"] == files["s2.jsonl"]) << "the sessions differ";
     }
 }
 
@@ -282,7 +251,7 @@ TEST_F(Program, EveryBundledRecordingDoesWhatItsNameSays) {
         {"two-hands-flight", explore + " --env HXAPP_TOUCH_TWO_HANDS_EXPLORE", "degrees to the right"},
         {"drag-2d", " --view drawingview", "2D pan: moved 2.96 right and 2.24 up"},
         {"pinch-2d", " --view imageview", "zoomed in: width from 16 to 9.49"},
-        {"press-and-hold", "", "right click at (565, 449)"},
+        {"press-and-hold", "", "right click at (565, 449), context actions of "},
         {"three-finger-hold", "", "switched to select mode"},
         {"select-drag", "", "selected flange"},
     };
@@ -313,9 +282,8 @@ TEST_F(Program, PlaysRecordingsOfRealScreensInEveryKindOfView) {
 }
 
 TEST_F(Program, DrawsTheSameStoryboardTwice) {
-    const std::string recording = "'" BUNDLED_RECORDINGS_DIR "/tap.evemu'";
-    EXPECT_EQ(Run(recording + " --storyboard 1.svg").exitCode, 0);
-    EXPECT_EQ(Run(recording + " --storyboard 2.svg").exitCode, 0);
+    const std::string drawing = "'" BUNDLED_RECORDINGS_DIR "/tap.evemu' --storyboard ";
+    EXPECT_EQ(Run(drawing + "1.svg").exitCode + Run(drawing + "2.svg").exitCode, 0);
     auto files = Files();
     EXPECT_NE(files["1.svg"].find("</svg>"), std::string::npos);
     EXPECT_TRUE(files["1.svg"] == files["2.svg"]);
