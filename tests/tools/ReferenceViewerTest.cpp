@@ -62,7 +62,6 @@ TEST_F(HeadlessViewer, AClickSelectsWhatIsUnderIt) {
 }
 
 TEST_F(HeadlessViewer, ARightClickOpensTheContextActionsUntilTheNextTouch) {
-    EXPECT_EQ(viewer.TakeSnapshot().contextMenu, std::nullopt);
     viewer.Mouse("MsgMouseRightUp", 320, 400);
     EXPECT_EQ(viewer.TakeSnapshot().contextMenu, std::nullopt) << "the button never went down";
     for (const auto& [x, part] : {std::pair{320, "left"}, {640, ""}}) {
@@ -94,7 +93,6 @@ TEST_F(HeadlessViewer, ASelectionDragEndsInEveryWayADragCanEnd) {
         {"the button goes up", mouse("MsgMouseLeftUp", 0), {"left"}, false},
         {"the finger lifts", lift({lifted}), {"left"}, false},
         {"a finger stays", lift({lifted, {2, 9, 9, 9, TouchMove}}), {}, true},
-        {"the button goes down again", mouse("MsgMouseLeftDown", 0), {"left"}, false},
         {"it was a click", mouse("MsgClickLeft", 960), {"right"}, false},
         {"half a second without a drag", tick(1500), {}, true},
         {"more than that", tick(1501), {"left"}, false},
@@ -141,26 +139,25 @@ TEST_F(HeadlessViewer, AMoveHighlightsThePartUnderItUnlessThatIsSwitchedOff) {
 }
 
 TEST(ViewerPlatform, TheLatestViewerAnswersUntilItGoes) {
-    const du::Localizer texts("hxbase:hxmodulesStrings");
-    const auto describe = [&] {
+    const auto describe = [] {
         const platform::DeviceContext dc = platform::GetDC(nullptr);
-        return std::to_string(platform::GetDeviceCaps(dc, platform::LogPixelsX)) + " " +
-               std::to_string(platform::GetDeviceCaps(dc, platform::LogPixelsY)) + " " +
-               (platform::IsEnvironmentVariablePresent("HXAPP_DONTZOOM") ? "switch " : "no switch ") +
-               texts.LocalizeMessage("TouchMultiSelectMode", du::Localizer::ReturnKey);
+        return std::to_string(platform::GetDeviceCaps(dc, platform::LogPixelsX)) +
+               (platform::IsEnvironmentVariablePresent("HXAPP_DONTZOOM") ? " switch " : " no switch ") +
+               du::Localizer("hxbase:hxmodulesStrings")
+                   .LocalizeMessage("TouchMultiSelectMode", du::Localizer::ReturnKey);
     };
     HostSettings second;
     second.environment = {"HXAPP_DONTPAN", "HXAPP_DONTZOOM"};
     auto older = std::make_unique<ReferenceViewer>(HostSettings{120, 0, {}, false, BoundsAnswer::NextTick, true});
     auto newer = std::make_unique<ReferenceViewer>(second);
-    EXPECT_EQ(describe(), "96 96 switch Touch: select");
+    EXPECT_EQ(describe(), "96 switch Touch: select");
     newer.reset();
-    EXPECT_EQ(describe(), "120 0 no switch Touch: select");
+    EXPECT_EQ(describe(), "120 no switch Touch: select");
     newer = std::make_unique<ReferenceViewer>(second);
     older.reset();
-    EXPECT_EQ(describe(), "96 96 switch Touch: select") << "the older one may go first";
+    EXPECT_EQ(describe(), "96 switch Touch: select") << "the older one may go first";
     newer.reset();
-    EXPECT_EQ(describe(), "96 96 no switch TouchMultiSelectMode");
+    EXPECT_EQ(describe(), "96 no switch TouchMultiSelectMode");
 }
 
 // A library that the system has in its own folders, and why there is none in the current directory.
@@ -219,18 +216,18 @@ TEST_F(HeadlessViewer, HoldsTheOnlyReferenceToTheComponentItInstalls) {
 TEST_F(HeadlessViewer, OpensEveryKindOfView) {
     struct Row {
         const char* kind;
-        const hxk::ClassType* type;  // null: known by its number only
         unsigned int id;
+        bool is2D;
     };
     const Row rows[] = {
-        {"shapeview", &hxk::ShapeView::CLASS_TYPE, 0},
-        {"drawingview", &hxk::DrawingView::CLASS_TYPE, 0},
-        {"imageview", &hxk::ImageView::CLASS_TYPE, 0},
-        {"illustration2dview", &hxk::DocumentView::CLASS_TYPE, 0},
-        {"ecadschematicview", nullptr, 75},
-        {"ecadpcbview", nullptr, 78},
-        {"schematicfigureview", nullptr, 127},
-        {"other", nullptr, 1000},
+        {"shapeview", hxk::ShapeView::CLASS_TYPE.id, false},
+        {"drawingview", hxk::DrawingView::CLASS_TYPE.id, true},
+        {"imageview", hxk::ImageView::CLASS_TYPE.id, true},
+        {"illustration2dview", hxk::DocumentView::CLASS_TYPE.id, true},
+        {"ecadschematicview", 75, true},
+        {"ecadpcbview", 78, true},
+        {"schematicfigureview", 127, true},
+        {"other", 1000, false},
     };
     Load();
     for (const Row& row : rows) {
@@ -238,20 +235,14 @@ TEST_F(HeadlessViewer, OpensEveryKindOfView) {
         ViewSpec description = MakeShapeSpec();
         description.kind = row.kind;
         description.orthoWidth = 42;
-        description.placement.SetPos({1, 2, 3});
         viewer.SetView(description);
         const hxk::View& view = *viewer.GetComponent()->GetView();
-        EXPECT_TRUE(row.type != nullptr || view.IsATypeOfId(row.id));
         for (const Row& other : rows) {
-            EXPECT_TRUE(other.type == nullptr || view.IsATypeOf(*other.type) == (other.type == row.type)) << other.kind;
+            EXPECT_EQ(view.IsATypeOfId(other.id), other.id == row.id) << other.kind;
         }
-        const bool is2D = row.id != 1000 && row.type != &hxk::ShapeView::CLASS_TYPE;
-        EXPECT_EQ(dynamic_cast<const hxk::View2D*>(&view) != nullptr, is2D);
-        EXPECT_EQ(dynamic_cast<const hxk::ShapeView*>(&view) != nullptr, row.type == &hxk::ShapeView::CLASS_TYPE);
-        const ViewSnapshot snapshot = viewer.TakeSnapshot();
-        EXPECT_EQ(snapshot.kind, row.kind);
-        EXPECT_EQ(snapshot.orthoWidth, is2D ? 42 : 0);
-        EXPECT_EQ(snapshot.placement.GetPos(), is2D ? dg::DPoint3D(1, 2, 3) : dg::DPoint3D());
+        EXPECT_EQ(dynamic_cast<const hxk::View2D*>(&view) != nullptr, row.is2D);
+        EXPECT_EQ(viewer.TakeSnapshot().kind, row.kind);
+        EXPECT_EQ(viewer.TakeSnapshot().orthoWidth, row.is2D ? 42 : 0);
     }
     ViewSpec unknown;
     unknown.kind = "Shapeview";
@@ -260,29 +251,26 @@ TEST_F(HeadlessViewer, OpensEveryKindOfView) {
 }
 
 TEST(ViewerShutdown, LeavesNothingBehindInTheMiddleOfATouch) {
-    for (const BoundsAnswer answer : {BoundsAnswer::NextTick, BoundsAnswer::Never, BoundsAnswer::Refused}) {
-        HostSettings settings;
-        settings.boundsAnswer = answer;
-        ReferenceViewer viewer(settings);
-        ViewSpec description = MakeShapeSpec();
-        description.preferences = PreferenceValues{{"Model Viewer/display_rotation_center", true}};
-        viewer.SetView(description);
-        viewer.LoadComponent(TOUCHNAV_PLUGIN, "shapeview");
-        viewer.Tick(1000, 16);
-        // A spin leaves the markup on the view; a pinch then leaves a request waiting.
-        viewer.Touch(MakeFrame({{1, 500, 400, 100, TouchDown}}));
-        viewer.Touch(MakeFrame({{1, 600, 400, 120, TouchMove}}));
-        EXPECT_EQ(viewer.TakeSnapshot().markups.size(), 3U);
-        viewer.Touch(MakeFrame({{1, 600, 400, 140, TouchMove}, {2, 700, 500, 140, TouchDown}}));
-        viewer.Touch(MakeFrame({{1, 500, 300, 160, TouchMove}, {2, 900, 700, 160, TouchMove}}));
-        viewer.Touch(MakeFrame({{1, 300, 100, 180, TouchMove}, {2, 1100, 790, 180, TouchMove}}));
-        const auto& calls = viewer.GetRecorder().GetCalls();
-        EXPECT_TRUE(std::any_of(calls.begin(), calls.end(),
-                                [](const Call& call) { return std::holds_alternative<ManageObjectCall>(call); }));
-        // Unloading twice, once by hand, once by the destructor; a leak is for the leak checker to find.
-        viewer.UnloadComponent();
-        EXPECT_THAT(viewer.TakeSnapshot().markups, IsEmpty());
-    }
+    HostSettings settings;
+    settings.boundsAnswer = BoundsAnswer::Never;
+    ReferenceViewer viewer(settings);
+    ViewSpec description = MakeShapeSpec();
+    description.preferences = PreferenceValues{{"Model Viewer/display_rotation_center", true}};
+    viewer.SetView(description);
+    viewer.LoadComponent(TOUCHNAV_PLUGIN, "shapeview");
+    viewer.Tick(1000, 16);
+    // A spin leaves the markup on the view; a pinch then leaves a request waiting.
+    viewer.Touch(MakeFrame({{1, 500, 400, 100, TouchDown}}));
+    viewer.Touch(MakeFrame({{1, 600, 400, 120, TouchMove}}));
+    EXPECT_EQ(viewer.TakeSnapshot().markups.size(), 3U);
+    viewer.Touch(MakeFrame({{1, 600, 400, 140, TouchMove}, {2, 700, 500, 140, TouchDown}}));
+    viewer.Touch(MakeFrame({{1, 500, 300, 160, TouchMove}, {2, 900, 700, 160, TouchMove}}));
+    viewer.Touch(MakeFrame({{1, 300, 100, 180, TouchMove}, {2, 1100, 790, 180, TouchMove}}));
+    EXPECT_TRUE(std::ranges::any_of(viewer.GetRecorder().GetCalls(),
+                                    [](const Call& call) { return std::holds_alternative<ManageObjectCall>(call); }));
+    // Unloading twice, once by hand, once by the destructor; a leak is for the leak checker to find.
+    viewer.UnloadComponent();
+    EXPECT_THAT(viewer.TakeSnapshot().markups, IsEmpty());
 }
 
 }  // namespace

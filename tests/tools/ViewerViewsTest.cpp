@@ -64,7 +64,6 @@ TEST(ShapeView, AChangeLeavesWhatItDoesNotName) {
     change.spinCenter = dg::DPoint3D(4, 5, 6);
     view->Change(change);
     EXPECT_EQ(GetWindow(view->GetCurrentCamera()), (std::array<double, 4>{-1, 1, -1, 1}));
-    EXPECT_TRUE(services.recorder.GetCalls().empty()) << "the host's own changes are no calls";
 }
 
 TEST(ShapeView, HoldsAMarkupOnceUntilItIsRemoved) {
@@ -86,44 +85,6 @@ TEST(ShapeView, HoldsAMarkupOnceUntilItIsRemoved) {
     EXPECT_EQ(raw->removals, 1);
     EXPECT_THAT(services.GetCallNames(),
                 ElementsAre("AddMarkup", "AddMarkup", "AddMarkup", "RemoveMarkup", "RemoveMarkup"));
-}
-
-TEST(PageView, RecordsAndTakesItsPositionAndWidth) {
-    Services services;
-    ViewSpec description;
-    description.kind = "ecadpcbview";
-    const auto view = OpenView(description, {services.recorder, services.bounds, services.transitions});
-    auto* page = dynamic_cast<hxk::View2D*>(view.Get());
-    ASSERT_NE(page, nullptr);
-    page->SetPosition({1, 2, 3});
-    page->SetOrthoWidth(7);
-    dg::Location placement;
-    double width = 0;
-    page->GetViewLocation(placement);
-    page->GetOrthoWidth(width);
-    EXPECT_EQ(placement.GetPos(), dg::DPoint3D(1, 2, 3));
-    EXPECT_EQ(width, 7);
-    EXPECT_THAT(services.GetCallNames(), ElementsAre("SetPosition", "SetOrthoWidth"));
-}
-
-TEST(ViewPreferences, HaveTheirOwnPreferencesOrNone) {
-    Services services;
-    ViewSpec description;
-    const du::Symbol key("key");
-    du::SmartPtr<hxk::Preferences> preferences(new ViewerPreferences({}));
-    EXPECT_FALSE(services.OpenShapeView(description)->GetDefaultPreferences(preferences));
-    EXPECT_EQ(preferences, nullptr);
-
-    description.preferences = PreferenceValues{{"key", false}};
-    EXPECT_TRUE(services.OpenShapeView(description)->GetDefaultPreferences(preferences));
-    bool value = true;
-    bool isOwn = false;
-    EXPECT_TRUE(preferences->GetBool(key, value, &isOwn));
-    EXPECT_FALSE(value);
-    EXPECT_TRUE(isOwn);
-    value = true;
-    EXPECT_FALSE(preferences->GetBool(du::Symbol("Key"), value));
-    EXPECT_TRUE(value) << "a missing key leaves the value";
 }
 
 }  // namespace
