@@ -134,18 +134,6 @@ TEST(Solids, AreClosedAndHaveTheVolumeOfTheirShape) {
     ExpectOneSolid(box, 6);
 }
 
-TEST(Solids, StandWhereTheirPlacementSays) {
-    Part part;
-    const dg::Location placement({0, 1, 0}, {0, 0, 1}, {1, 0, 0}, {5, -3, 2});
-    viewer::AddExtrusion(part, viewer::MakeRectangle(0, 0, 1, 2), {}, placement, 4);
-    viewer::Model model;
-    EXPECT_TRUE(model.GetBounds().IsEmpty());
-    model.parts.push_back(part);
-    const dg::DBox box = model.GetBounds();
-    EXPECT_EQ(box.min, dg::DPoint3D(5, -3, 2));
-    EXPECT_EQ(box.max, dg::DPoint3D(9, -2, 4));
-}
-
 TEST(Polygon, RefusesWhatCannotBeCut) {
     const Loop twoPoints = {{0, 0}, {1, 0}};
     const Loop flat = {{0, 0}, {1, 0}, {2, 0}, {3, 0}};

@@ -32,7 +32,6 @@ TEST(Picking, APointIsSeenAtItsPixel) {
         {"orthographic, lower left corner", true, {-3, -3, 0}, dg::DPoint2D(0, 0)},
         {"orthographic, depth does not count", true, {5, 3, -77}, dg::DPoint2D(800, 600)},
         {"orthographic, behind the eye", true, {1, 0, 50}, dg::DPoint2D(400, 300)},
-        {"orthographic, outside the view", true, {-4, 0, 0}, dg::DPoint2D(-100, 300)},
         {"perspective, on the view plane", false, {5, -3, 0}, dg::DPoint2D(800, 0)},
         {"perspective, twice as far", false, {4, 2, -10}, dg::DPoint2D(500, 400)},
         {"perspective, beside the eye", false, {1, 0, 10}, std::nullopt},
@@ -77,7 +76,6 @@ TEST(Picking, TheNearestPartUnderAPixelIsPicked) {
         std::optional<std::size_t> part;
     };
     const Row rows[] = {
-        {"one part", true, {0, 2.4, 0}, 3},
         {"two parts, the nearer", false, {0.5, 0, 0}, 1},
         {"past the edge of the nearer", false, {-0.2, 0, 0}, 0},
         {"orthographic cameras see what is nearest along the line", true, {0.5, 0, 0}, 2},
@@ -104,12 +102,9 @@ TEST(Picking, APartIsInsideABandWithAllItsVerticesOrNotAtAll) {
         std::vector<std::size_t> parts;
     };
     const Row rows[] = {
-        {"everything", {0, 0, 800, 600}, {0, 1}},
         {"drawn from the upper right corner down", {800, 600, 0, 0}, {0, 1}},
         {"exactly the left square", {100, 200, 300, 400}, {0}},
         {"one pixel short of it", {101, 200, 300, 400}, {}},
-        {"the right one", {310, 150, 790, 450}, {1}},
-        {"nothing", {310, 0, 320, 600}, {}},
     };
     for (const Row& row : rows) {
         EXPECT_EQ(FindPartsInside(MakeCamera(true), model, row.band), row.parts) << row.name;
