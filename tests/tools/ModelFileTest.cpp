@@ -38,15 +38,17 @@ private:
     std::filesystem::path m_folder;
 };
 
-// A cube of two units about a centre as OBJ faces, four corners each, seen from outside.
+// The corners of each face of a cube, seen from outside; bits 0 to 2 of a corner are X to Z.
+constexpr int Faces[6][4] = {{0, 2, 3, 1}, {4, 5, 7, 6}, {0, 1, 5, 4}, {2, 6, 7, 3}, {0, 4, 6, 2}, {1, 3, 7, 5}};
+
+// A cube of two units about a centre as OBJ faces.
 std::string ObjCube(const std::string& name, double x, int firstVertex) {
     std::string text = "o " + name + "\n";
     for (int corner = 0; corner < 8; ++corner) {
         text += "v " + std::to_string(x + (corner & 1 ? 1 : -1)) + (corner & 2 ? " 1" : " -1") +
                 (corner & 4 ? " 1\n" : " -1\n");
     }
-    const int faces[6][4] = {{0, 2, 3, 1}, {4, 5, 7, 6}, {0, 1, 5, 4}, {2, 6, 7, 3}, {0, 4, 6, 2}, {1, 3, 7, 5}};
-    for (const auto& face : faces) {
+    for (const auto& face : Faces) {
         text += "f";
         for (const int corner : face) {
             text += " " + std::to_string(firstVertex + corner);
@@ -58,9 +60,8 @@ std::string ObjCube(const std::string& name, double x, int firstVertex) {
 
 // A triangle of an STL file for each half of each side of a unit cube; no corner is shared.
 std::string StlCube() {
-    const int faces[6][4] = {{0, 2, 3, 1}, {4, 5, 7, 6}, {0, 1, 5, 4}, {2, 6, 7, 3}, {0, 4, 6, 2}, {1, 3, 7, 5}};
     std::string text = "solid cube\n";
-    for (const auto& face : faces) {
+    for (const auto& face : Faces) {
         for (const std::array<int, 3> half : {std::array{0, 1, 2}, std::array{0, 2, 3}}) {
             text += "facet normal 0 0 0\nouter loop\n";
             for (const int i : half) {
