@@ -88,10 +88,7 @@ TEST_F(PageRenderer, ShowsThePartOfThePageThatThePlacementAsksFor) {
     const Row rows[] = {
         {"whole page", At(0, 0, 0), 16, {"red", "green", "blue", "yellow"}},
         {"moved to the upper right", At(5, 3, 0), 16, {"pale", "pale", "yellow", "pale"}},
-        {"quarter turn: the page's Y is to the right",
-         {{0, 1, 0}, {-1, 0, 0}, {0, 0, 1}, {0, 0, 0}},
-         4,
-         {"green", "blue", "yellow", "red"}},
+        {"quarter turn", {{0, 1, 0}, {-1, 0, 0}, {0, 0, 1}, {}}, 4, {"green", "blue", "yellow", "red"}},
         {"extremely near", At(3, 2, 0), 1e-9, {"red", "red", "red", "red"}},
     };
     for (const Row& row : rows) {
