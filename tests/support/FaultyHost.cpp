@@ -450,7 +450,7 @@ void FaultyHost::SendMessage(const workflow::Msg& message) {
     std::string text = message.GetType().GetString();
     if (message.GetContent() == workflow::Msg::Content::Mouse) {
         const auto& mouse = static_cast<const workflow::MouseMsg&>(message);
-        text += " " + std::to_string(mouse.GetX()) + " " + std::to_string(mouse.GetY());
+        text.append(" ").append(std::to_string(mouse.GetX())).append(" ").append(std::to_string(mouse.GetY()));
     }
     Keep(messages, std::move(text));
     Called(HostCall::SendMessage);

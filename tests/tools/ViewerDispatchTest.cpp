@@ -149,6 +149,16 @@ TEST_F(Delivery, RecordsASentMessageBeforeWhatItCausesAndTheAnswerAfterwards) {
     EXPECT_THAT(heard, ElementsAre("component", "component", "picker"));
 }
 
+TEST_F(Delivery, DeliversButRecordsNothingWhileTheRecorderIsOff) {
+    StandInWorkflow* component = Add("component", 10);
+    services.recorder.SetEnabled(false);
+    component->SendMessage(MouseMsg(ConstStrings::MsgMouseMove, 1, 1, 0));
+    component->SetStatusMessage(1, "text");
+    component->GetManagerCore()->StopTransition();
+    EXPECT_THAT(heard, ElementsAre("component"));
+    EXPECT_TRUE(services.recorder.GetCalls().empty());
+}
+
 TEST_F(Delivery, TheStatusBarShowsItsSlotsAsOfTheLatestRepaint) {
     MessageDispatch& dispatch = services.dispatch;
     for (const auto& [slot, exists] : {std::pair{-1, false}, {0, true}, {3, true}, {4, false}}) {
