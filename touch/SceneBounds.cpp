@@ -7,6 +7,7 @@
 // that was cancelled or replaced is let go by the workflow at once and holds it only for as long as the host holds the
 // request. Tested by tests/component/SceneBoundsTest.cpp.
 #include "host/dp/HXTracer.h"
+#include "touch/Boundary.h"
 #include "touch/TouchGetBoundsEvent.h"
 #include "touch/TouchWorkflow.h"
 
@@ -37,9 +38,12 @@ void TouchWorkflow::RequestBounds() {
 }
 
 void TouchWorkflow::ReceiveBounds(const dg::DBox& bounds) {
-    m_modelBounds = bounds;
-    m_boundsEvent = nullptr;
-    GetWorldDistance();
+    Guarded(*this, [&] {
+        m_modelBounds = bounds;
+        m_boundsEvent = nullptr;
+        GetWorldDistance();
+        return true;
+    });
 }
 
 }  // namespace touch

@@ -271,6 +271,16 @@ TEST_F(FaultOutcomes, ACrossThatIsSwitchedOffWhileItIsShownStaysInItsView) {
     EXPECT_EQ(host.CountOf(HostCall::RemoveMarkup), 0);
 }
 
+// A host may also hand the box in directly, beside any request.
+TEST_F(FaultOutcomes, ABoxThatIsHandedInMeetsAViewThatThrowsOrDropsTheComponent) {
+    PlayPinch(host);
+    Throw(HostCall::GetCamera);
+    EXPECT_NO_THROW(host.Component()->ReceiveBounds(host.answers.box));
+    host.On(HostCall::GetCamera, [this] { host.Drop(); });
+    host.Component()->ReceiveBounds(host.answers.box);
+    EXPECT_EQ(FaultyHost::CountComponents(), 0);
+}
+
 TEST_F(FaultOutcomes, AManagerThatGoesInsideATapTakesTheRestOfTheMessagesWithIt) {
     host.On(HostCall::SendModeMessage, [this] { host.SetManager(false); });
     PlayTap(host);

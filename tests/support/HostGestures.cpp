@@ -1,10 +1,10 @@
 #include "tests/support/HostGestures.h"
 
+#include "tests/support/Invariants.h"
 #include "touch/Inspection.h"
 
 #include <cmath>
 #include <functional>
-#include <set>
 
 namespace tests {
 namespace {
@@ -89,23 +89,6 @@ void OpenForSelection(FaultyHost& host) {
     PlayThreeFingerHold(host);
 }
 
-std::string FindStateFault(const touch::WorkflowInspector& state) {
-    std::set<int> ids;
-    for (const touch::TouchState& slot : state.GetSlots()) {
-        if (slot.id == touch::FreeSlotId ? slot != touch::TouchState{} : !ids.insert(slot.id).second) {
-            return "a free slot holds values, or two slots hold one finger";
-        }
-    }
-    for (const auto* fingers : {&state.GetFingerList(), &state.GetLeftHand(), &state.GetRightHand()}) {
-        for (const touch::TouchState& finger : *fingers) {
-            if (!ids.contains(finger.id)) {
-                return "a listed finger has no slot";
-            }
-        }
-    }
-    return "";
-}
-
 // How far one finger carries the camera about the origin; not a number when it leaves its way.
 double MeasureSpin(FaultyHost& host) {
     const dg::DPoint3D before = host.answers.camera.GetLocation().GetPos();
@@ -130,7 +113,7 @@ std::string FindHarm(FaultyHost& host) {
         return "an update group was left open, or closed twice";
     }
     const touch::WorkflowInspector state(*host.Component());
-    if (std::string fault = FindStateFault(state); !fault.empty()) {
+    if (std::string fault = FindStateFault(*host.Component()); !fault.empty()) {
         return fault;
     }
     host.SetManager(true);
