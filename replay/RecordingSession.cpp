@@ -1,5 +1,6 @@
 #include "replay/RecordingSession.h"
 
+#include "host/dg/Functions.h"
 #include "host/dg/Vec.h"
 
 #include <algorithm>
@@ -28,7 +29,8 @@ constexpr std::int64_t MicrosecondsPerMs = 1000;
 const dg::DVec3 ViewDirection{1, -1.6, 1.1};  // from the model to the camera
 constexpr double HalfHeightInRadii = 1.2;
 constexpr double OrthographicDistanceInRadii = 6;
-const double PerspectiveHalfHeight = std::tan(17 * std::numbers::pi / 180);
+constexpr double HalfFieldOfView = 17 * std::numbers::pi / 180;  // radians
+const double PerspectiveHalfHeight = dg::Sin(HalfFieldOfView) / dg::Cos(HalfFieldOfView);
 const double PerspectiveDistanceInRadii = HalfHeightInRadii / PerspectiveHalfHeight;
 
 // A model without extent, or none, is shown as one of radius 1.

@@ -2,6 +2,7 @@
 // single precision are fixed: they decide the last bits of every camera. Tested by tests/unit/QuaternionMathTest.cpp.
 #include "touch/QuaternionMath.h"
 
+#include "host/dg/Functions.h"
 #include "host/dg/Traits.h"
 
 #include <algorithm>
@@ -35,7 +36,7 @@ dg::DVec3 AxisAwayFrom(const dg::DVec3& v) noexcept {
 }  // namespace
 
 dg::Quaternion<float> QuaternionFromAxisAngle(const dg::DVec3& axis, double angle) noexcept {
-    return WithPositiveW(FromVectorAndScalar(axis * std::sin(angle / 2), std::cos(angle / 2)));
+    return WithPositiveW(FromVectorAndScalar(axis * dg::Sin(angle / 2), dg::Cos(angle / 2)));
 }
 
 void InvertQuaternion(dg::Quaternion<float>& q) noexcept {
@@ -54,11 +55,11 @@ dg::Quaternion<float> QuaternionFromTo(const dg::DVec3& from, const dg::DVec3& t
     const double dot = dg::DotProduct(from, to);
     if (length >= dg::Traits<double>::s_EPSILON) {
         const double sine = std::min(length, 1.0);
-        double angle = std::asin(sine);
+        double angle = dg::Asin(sine);
         if (dot < 0) {
             angle = std::numbers::pi - angle;
         }
-        const double halfSine = std::sin(angle / 2);
+        const double halfSine = dg::Sin(angle / 2);
         return WithPositiveW(FromVectorAndScalar(cross * (halfSine / sine), sine / (2 * halfSine)));
     }
     if (dot < 0) {
@@ -79,10 +80,10 @@ dg::Quaternion<float> SlerpQuaternion(const dg::Quaternion<float>& a, const dg::
     float weightA = 1 - t;
     float weightB = t;
     if (1 - dot >= dg::Traits<float>::s_EPSILON) {
-        const float angle = std::acos(dot);
-        const float sine = std::sin(angle);
-        weightA = std::sin((1 - t) * angle) / sine;
-        weightB = std::sin(t * angle) / sine;
+        const float angle = dg::Acos(dot);
+        const float sine = dg::Sin(angle);
+        weightA = dg::Sin((1 - t) * angle) / sine;
+        weightB = dg::Sin(t * angle) / sine;
     }
     if (opposite) {
         weightB = -weightB;

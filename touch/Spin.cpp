@@ -2,6 +2,7 @@
 // camera, looks around. Decides when a touch has become a spin (the finger leaves its start), which is also where the
 // trackballs begin, so that the model does not jump by the distance already travelled; and what a lift hands on: a tap,
 // or a fast spin to coast. Tested by tests/component/SpinTest.cpp.
+#include "host/dg/Functions.h"
 #include "touch/FingerMotion.h"
 #include "touch/QuaternionMath.h"
 #include "touch/SpinCenterMarkup.h"
@@ -23,7 +24,7 @@ AxisAngle ToAxisAngle(const dg::Quaternion<float>& q) {
         return {dg::DVec3::X, 0};
     }
     const float length = std::sqrt(lengthSquared);
-    return {{q.x / length, q.y / length, q.z / length}, 2 * std::acos(q.w)};
+    return {{q.x / length, q.y / length, q.z / length}, 2 * dg::Acos(q.w)};
 }
 
 }  // namespace
@@ -152,7 +153,7 @@ bool TouchWorkflow::ReleaseSpin(const TouchState& finger) {
     }
     if (m_navigateMode && m_spinInertia &&
         GetFingerIsMoving(m_firstFingerId, finger.currentX, finger.currentY, false) &&
-        static_cast<double>(std::acos(m_spinVelocity.w)) > CoastThresholdRad &&
+        static_cast<double>(dg::Acos(m_spinVelocity.w)) > CoastThresholdRad &&
         (m_orthographic || !GetExploreEnabled())) {
         StartSpinAnimation();
     }

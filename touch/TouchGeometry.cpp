@@ -2,6 +2,7 @@
 // for hands and proximity, and the model's size in world units for zoom and flight.
 // Tested by tests/component/TouchGeometryTest.cpp.
 #include "host/dg/Conversion.h"
+#include "host/dg/Functions.h"
 #include "touch/TouchWorkflow.h"
 
 #include <algorithm>
@@ -23,7 +24,7 @@ double TouchWorkflow::DistanceBetweenPoints(dg::DPoint2D p1, dg::DPoint2D p2) co
 }
 
 double TouchWorkflow::GetRotationAngle(int x1, int x2, int y1, int y2) const {
-    return std::atan2(static_cast<double>(dg::WrapSubtract(y1, y2)), static_cast<double>(dg::WrapSubtract(x1, x2)));
+    return dg::Atan2(static_cast<double>(dg::WrapSubtract(y1, y2)), static_cast<double>(dg::WrapSubtract(x1, x2)));
 }
 
 double TouchWorkflow::GetRotationAngle(dg::DPoint2D p1, dg::DPoint2D p2) const {
@@ -64,8 +65,8 @@ void TouchWorkflow::GetWorldDistance() {
 
 // The half unit is added whatever the sign, so values are not rounded away from zero.
 double TouchWorkflow::GetFixedDigitNumber(double value, int digits) const {
-    const double scale = std::pow(10.0, digits);
-    const double halfUnit = 5.0 * std::pow(10.0, -static_cast<double>(digits) - 1.0);
+    const double scale = dg::PowerOfTen(digits);
+    const double halfUnit = 5.0 * dg::PowerOfTen(~digits);  // -digits - 1, which could overflow
     return TruncateToInt32((value + halfUnit) * scale) / scale;
 }
 

@@ -3,6 +3,7 @@
 // centre, by a factor that falls with the cosine of the distance. Tested by tests/unit/TrackballTest.cpp.
 #include "touch/Trackball.h"
 
+#include "host/dg/Functions.h"
 #include "host/dg/Traits.h"
 #include "touch/QuaternionMath.h"
 #include "touch/Thresholds.h"
@@ -18,9 +19,9 @@ dg::Quaternion<float> ScaleAngle(const dg::Quaternion<float>& q, float factor) n
     if (sine < dg::Traits<float>::s_EPSILON) {
         return {};
     }
-    const float half = factor * std::atan2(sine, q.w);
-    const float scaled = std::sin(half);
-    return {q.x / sine * scaled, q.y / sine * scaled, q.z / sine * scaled, std::cos(half)};
+    const float half = factor * dg::Atan2(sine, q.w);
+    const float scaled = dg::Sin(half);
+    return {q.x / sine * scaled, q.y / sine * scaled, q.z / sine * scaled, dg::Cos(half)};
 }
 
 }  // namespace
@@ -60,7 +61,7 @@ dg::Quaternion<float> Trackball::Drag(const dg::DPoint3D& point) noexcept {
         step = QuaternionFromTo(lastVector, projected);
         const double rho = std::sqrt(projected.x * projected.x + projected.y * projected.y);
         if (mode == CenterWeighted && rho < 1.0) {
-            step = ScaleAngle(step, static_cast<float>(std::cos(rho) * gain));
+            step = ScaleAngle(step, static_cast<float>(dg::Cos(rho) * gain));
         }
     }
     lastVector = projected;

@@ -3,10 +3,10 @@
 // change since the last frame, so that a quick pinch goes further. In explore navigation the hands steer a flight
 // instead, which goes on for as long as they are held off their start. Tested by tests/component/ZoomTest.cpp.
 #include "host/dg/Conversion.h"
+#include "host/dg/Functions.h"
 #include "touch/TouchWorkflow.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace touch {
 
@@ -114,7 +114,7 @@ double TouchWorkflow::PerspectivePinchZoom(double spanDelta) const {
 }
 
 double TouchWorkflow::OrthographicDragZoom(double delta) const {
-    return std::pow(2.0, delta * OrthographicZoomExponent / std::max(MinReferenceWidthPx, m_viewPixelWidth));
+    return dg::Exp2(delta * OrthographicZoomExponent / std::max(MinReferenceWidthPx, m_viewPixelWidth));
 }
 
 // Always from the width at the gesture's start, so that repeated steps gather no rounding.

@@ -1,10 +1,10 @@
 #include "viewer/MachinePart.h"
 
+#include "host/dg/Functions.h"
 #include "host/dg/Location.h"
 #include "viewer/MeshEdges.h"
 #include "viewer/Solids.h"
 
-#include <cmath>
 #include <numbers>
 
 namespace viewer {
@@ -101,7 +101,7 @@ Part MakeFlange() {
     constexpr int boltCount = 6;
     for (int i = 0; i < boltCount; ++i) {
         const double angle = 2 * std::numbers::pi * i / boltCount;
-        holes.push_back(MakeCircle({0.74 * std::cos(angle), 0.74 * std::sin(angle)}, 0.12, 12));
+        holes.push_back(MakeCircle({0.74 * dg::Cos(angle), 0.74 * dg::Sin(angle)}, 0.12, 12));
     }
     AddExtrusion(part, MakeCircle({0, 0}, 1.05, 48), holes, AlongShaft(1.0), 0.3);
     return part;

@@ -1,7 +1,8 @@
 #include "viewer/Polygon.h"
 
+#include "host/dg/Functions.h"
+
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <numbers>
@@ -154,7 +155,7 @@ Loop MakeCircle(const dg::DPoint2D& center, double radius, int segments) {
     Loop circle;
     for (int i = 0; i < segments; ++i) {
         const double angle = 2 * std::numbers::pi * i / segments;
-        circle.emplace_back(center.x + radius * std::cos(angle), center.y + radius * std::sin(angle));
+        circle.emplace_back(center.x + radius * dg::Cos(angle), center.y + radius * dg::Sin(angle));
     }
     return circle;
 }

@@ -1,7 +1,8 @@
 #include "viewer/Solids.h"
 
+#include "host/dg/Functions.h"
+
 #include <algorithm>
-#include <cmath>
 #include <cstdint>
 #include <numbers>
 
@@ -86,8 +87,7 @@ void AddRevolution(Part& part, const Loop& profile, const dg::Location& placemen
                 continue;
             }
             const double angle = 2 * std::numbers::pi * static_cast<double>(i) / segments;
-            circle.push_back(
-                AddVertex(part, {point.y * std::cos(angle), point.y * std::sin(angle), point.x}, placement));
+            circle.push_back(AddVertex(part, {point.y * dg::Cos(angle), point.y * dg::Sin(angle), point.x}, placement));
         }
         circles.push_back(std::move(circle));
     }

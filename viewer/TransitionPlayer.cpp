@@ -1,10 +1,9 @@
 #include "viewer/TransitionPlayer.h"
 
 #include "host/dg/Conversion.h"
+#include "host/dg/Functions.h"
 #include "host/dg/Matrix.h"
 #include "touch/CameraSpinTransition.h"
-
-#include <cmath>
 
 namespace viewer {
 namespace {
@@ -51,7 +50,7 @@ AxisAngle GetAxisAngle(const dg::DMat44& rotation) {
     const double(&q)[4] = multiples[largest];
     const double sign = q[3] < 0 ? -1 : 1;
     const dg::DVec3 vector = dg::DVec3{q[0], q[1], q[2]} * sign;
-    return {vector, 2 * std::atan2(vector.Norm(), q[3] * sign)};
+    return {vector, 2 * dg::Atan2(vector.Norm(), q[3] * sign)};
 }
 
 // What the player takes over of a transition. The record itself is not kept, so that no object of a plug-in stays

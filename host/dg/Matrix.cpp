@@ -1,12 +1,12 @@
 #include "host/dg/Matrix.h"
 
-#include <cmath>
+#include "host/dg/Functions.h"
 
 namespace dg {
 
 DMat44 DMat44::RotationX(double angle) noexcept {
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
+    const double c = Cos(angle);
+    const double s = Sin(angle);
     DMat44 r;
     r.m[1][1] = c;
     r.m[1][2] = s;
@@ -20,8 +20,8 @@ DMat44 DMat44::Rotation(const DVec3& axis, double angle) noexcept {
     if (!a.Normalize()) {
         return {};
     }
-    const double c = std::cos(angle);
-    const double s = std::sin(angle);
+    const double c = Cos(angle);
+    const double s = Sin(angle);
     const double t = 1 - c;
     DMat44 r;
     r.m[0][0] = c + a.x * a.x * t;

@@ -1,6 +1,8 @@
 // Vectors: directions and displacements without a place. See docs/CONVENTIONS.md for axes and product orders.
 #pragma once
 
+#include "host/dg/Functions.h"
+
 #include <cmath>
 #include <limits>
 
@@ -110,7 +112,7 @@ inline constexpr DVec3 DVec3::BAD{std::numeric_limits<double>::max(), std::numer
 
 // The angle between two vectors of any length, in radians in [0, pi]. A zero vector gives 0.
 [[nodiscard]] inline double Angle(const DVec3& a, const DVec3& b) noexcept {
-    return std::atan2(CrossProduct(a, b).Norm(), DotProduct(a, b));
+    return Atan2(CrossProduct(a, b).Norm(), DotProduct(a, b));
 }
 
 }  // namespace dg
