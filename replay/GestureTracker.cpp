@@ -10,6 +10,7 @@ namespace {
 
 constexpr double JoiningSeconds = 0.08;  // fingers of one hand land and lift within this time of each other
 constexpr double SilenceSeconds = 0.5;   // more without a frame ends a touch
+constexpr double SlipPixels = 6;         // that the rest of a hand may move the picture's edge meanwhile
 constexpr std::size_t MostMoments = 32;  // of a gesture; beyond it every other one is dropped
 
 bool HasRecord(const viewer::TouchRecord& record) {
@@ -17,7 +18,24 @@ bool HasRecord(const viewer::TouchRecord& record) {
 }
 
 bool IsPassing(const Gesture& gesture) {
-    return gesture.to - gesture.from < JoiningSeconds && IsStill(gesture.motion) && gesture.type != touch::GestureTap;
+    return gesture.to - gesture.from < JoiningSeconds && PixelsMoved(gesture.motion) < SlipPixels &&
+           gesture.type != touch::GestureTap;
+}
+
+// Between the fingers that stay down; without one, between those that lift.
+std::optional<dg::DPoint2D> MiddleOf(const viewer::TouchFrame& frame) {
+    const bool stays = std::any_of(frame.records.begin(), frame.records.end(), [](const viewer::TouchRecord& record) {
+        return HasRecord(record) && (record.flags & viewer::TouchUp) == 0;
+    });
+    dg::DPoint2D sum;
+    int count = 0;
+    for (const viewer::TouchRecord& record : frame.records) {
+        if (HasRecord(record) && (!stays || (record.flags & viewer::TouchUp) == 0)) {
+            sum = {sum.x + record.x, sum.y + record.y};
+            ++count;
+        }
+    }
+    return count > 0 ? std::optional(dg::DPoint2D{sum.x / count, sum.y / count}) : std::nullopt;
 }
 
 // Which gestures of a touch stand for themselves. At least one does.
@@ -45,6 +63,8 @@ void Adopt(Gesture& standing, Gesture& passing) {
     }
     standing.actions.insert(isBefore ? standing.actions.begin() : standing.actions.end(), passing.actions.begin(),
                             passing.actions.end());
+    standing.effects.insert(isBefore ? standing.effects.begin() : standing.effects.end(), passing.effects.begin(),
+                            passing.effects.end());
 }
 
 // Adds each passing gesture to a neighbour: a landing to the next one that stands, a lift to the one before.
@@ -101,7 +121,7 @@ std::vector<Gesture> GestureTracker::Enter(const Observation& observation, const
         gesture.from = time;
         gesture.firstFrame = m_frame;
         gesture.fingers = frame.count;
-        m_open.push_back({std::move(gesture), MotionMeter(before), 1, 0, {}});
+        m_open.push_back({std::move(gesture), MotionMeter(before, MiddleOf(frame)), 1, 0, {}});
     }
     Open& open = m_open.back();
     open.meter.Step(after);
@@ -145,8 +165,7 @@ void GestureTracker::KeepMoment(Open& open, double time, const viewer::ViewSnaps
         const double size = std::hypot(static_cast<double>(band.x1) - band.x0, static_cast<double>(band.y1) - band.y0);
         open.bandProgress = std::max(open.bandProgress, size / view.width);
     }
-    const double progress = open.meter.GetProgress() + open.bandProgress;
-    open.latest = Moment{m_frame, time, view, open.gesture.motion, progress};
+    open.latest = Moment{m_frame, time, view, open.gesture.motion, open.GetProgress(), ""};
     std::vector<Moment>& moments = open.gesture.moments;
     if ((m_frame - open.gesture.firstFrame) % open.stride != 0) {
         return;
@@ -161,9 +180,17 @@ void GestureTracker::KeepMoment(Open& open, double time, const viewer::ViewSnaps
     }
 }
 
+void GestureTracker::AddEffect(const std::string& text, double time, const viewer::ViewSnapshot& view) {
+    Open& open = m_open.back();
+    open.gesture.actions.push_back(text);
+    if (open.gesture.effects.size() < MostEffects) {
+        open.gesture.effects.push_back({m_frame, time, view, open.gesture.motion, open.GetProgress(), text});
+    }
+}
+
 void GestureTracker::Rebase(const viewer::ViewSnapshot& view) {
     if (!m_open.empty()) {
-        m_open.back().meter = MotionMeter(view);
+        m_open.back().meter.Restart(view);
     }
 }
 

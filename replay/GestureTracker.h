@@ -32,14 +32,17 @@ struct FingerPath {
     std::optional<std::size_t> liftedAt;
 };
 
-// What the view showed after a frame, and how it had moved since the gesture began.
+// What the view showed at a time, and how it had moved since the gesture began.
 struct Moment {
     std::size_t frame = 0;
     double time = 0;  // seconds
     viewer::ViewSnapshot view;
     Motion motion;
     double progress = 0;  // see MotionMeter; a selection band counts by its largest size, as a share of the view
+    std::string effect;   // what happened just then, as "left click at (3, 4)"; empty for a step of a motion
 };
+
+inline constexpr std::size_t MostEffects = 4;  // that a gesture keeps the moments of
 
 struct Gesture {
     double from = 0;  // seconds
@@ -51,6 +54,7 @@ struct Gesture {
     Motion motion;
     std::string name;                                      // what it turned out to be, where the type does not tell
     std::vector<std::string> actions;                      // clicks and the like, in words
+    std::vector<Moment> effects;                           // the moments of the first ones
     std::vector<Moment> moments;                           // the first frame, the last one and some between
     std::shared_ptr<const std::vector<FingerPath>> paths;  // of the whole touch
 };
@@ -64,6 +68,9 @@ public:
 
     // The gesture under way; null between touches. Valid until the next Enter or Leave.
     [[nodiscard]] Gesture* GetOpen() noexcept { return m_open.empty() ? nullptr : &m_open.back().gesture; }
+
+    // Adds what came of the gesture under way, with the view at that moment. There must be one.
+    void AddEffect(const std::string& text, double time, const viewer::ViewSnapshot& view);
 
     // What happened to the view between two frames is not the gesture's doing: it is measured anew from here.
     void Rebase(const viewer::ViewSnapshot& view);
@@ -82,6 +89,8 @@ private:
         std::size_t stride = 1;   // every how many frames a moment is kept
         double bandProgress = 0;  // the part of the progress that a selection band makes
         std::optional<Moment> latest;
+
+        [[nodiscard]] double GetProgress() const { return meter.GetProgress() + bandProgress; }
     };
 
     bool BeginsTouch(const viewer::TouchFrame& frame) const;

@@ -29,6 +29,7 @@ constexpr std::array<dg::Color, 10> FingerColors = {{{0.85F, 0.11F, 0.38F, 1},
                                                      {0.45F, 0.58F, 0.05F, 1}}};
 constexpr dg::Color SeamColor{1, 1, 1, 1};
 constexpr double FingerRadius = 13;
+constexpr double Beside = 11;  // from a finger's middle, along both axes, to what shall not cover it
 constexpr double TrailWidth = 4.5;
 constexpr int TrailSteps = 12;      // of its fading
 constexpr double ShortestStep = 1;  // between two points of a trail
@@ -159,13 +160,13 @@ void DrawTrailLine(cairo_t* context, const PixelMap& map, const std::vector<dg::
     }
 }
 
-// A finger that has left the screen is a dashed ring.
+// A finger that has left the screen is a dashed ring. Both are pale, whatever is below them, for the number's sake.
 void DrawFinger(SheetCanvas& canvas, const Trail& trail, const dg::DPoint2D& place) {
     cairo_t* context = canvas.GetContext();
     const dg::Color& color = ColorOf(trail);
     cairo_new_sub_path(context);
     cairo_arc(context, place.x, place.y, FingerRadius, 0, FullTurn);
-    SetColor(context, {1, 1, 1, trail.down ? 0.75F : 0.35F});
+    SetColor(context, {1, 1, 1, 0.85F});
     cairo_fill_preserve(context);
     SetColor(context, WithAlpha(color, trail.down ? 0.35 : 0.0));
     cairo_fill_preserve(context);
@@ -196,19 +197,20 @@ void DrawTrails(SheetCanvas& canvas, const std::vector<Trail>& trails, const Pix
     }
 }
 
-// A small open menu whose corner is at the place; it opens to the side where there is room.
+// A small open menu beside the place; it opens to the side where there is room.
 void DrawContextMenu(SheetCanvas& canvas, const PixelMap& map, const std::string& part, const dg::DPoint2D& pixel) {
     const dg::DPoint2D place = map.ToSheet(pixel);
     if (!map.Shows(place, 0)) {
         return;
     }
     const TextStyle style{13, true, Align::Left, {0.12F, 0.14F, 0.18F, 1}};
-    const std::string text = canvas.FitText(part.empty() ? "menu" : "menu: " + part, style, map.GetRect().width / 2);
+    const std::string text = canvas.FitText(part.empty() ? "menu" : "menu: " + part, style, map.GetRect().width - 40);
     const double width = canvas.MeasureText(text, style) + 20;
     constexpr double height = 58;
     const PictureRect& rect = map.GetRect();
-    const double x = place.x + width <= rect.x + rect.width ? place.x : place.x - width;
-    const double y = place.y + height <= rect.y + rect.height ? place.y : place.y - height;
+    // Clear of the finger that opened it.
+    const double x = place.x + Beside + width <= rect.x + rect.width ? place.x + Beside : place.x - Beside - width;
+    const double y = place.y + Beside + height <= rect.y + rect.height ? place.y + Beside : place.y - Beside - height;
     cairo_t* context = canvas.GetContext();
     cairo_rectangle(context, x, y, width, height);
     SetColor(context, {1, 1, 1, 0.94F});
@@ -224,7 +226,33 @@ void DrawContextMenu(SheetCanvas& canvas, const PixelMap& map, const std::string
     canvas.DrawLabel(x + 10, y + 18, text, style);
 }
 
+struct LegendEntry {
+    Trail example;
+    const char* text;
+};
+
 }  // namespace
+
+double DrawLegend(SheetCanvas& canvas, const std::vector<Panel>& panels, double right, double baseLine) {
+    constexpr double gap = 28;
+    const TextStyle style{15, false, Align::Left, {0.36F, 0.39F, 0.44F, 1}};
+    double left = right;
+    for (const LegendEntry& entry :
+         {LegendEntry{{0, {}, false}, "has just lifted"}, LegendEntry{{0, {}, true}, "finger on the screen"}}) {
+        const bool isShown = std::any_of(panels.begin(), panels.end(), [&](const Panel& panel) {
+            return std::any_of(panel.trails.begin(), panel.trails.end(),
+                               [&](const Trail& trail) { return trail.down == entry.example.down; });
+        });
+        if (isShown) {
+            left -= canvas.MeasureText(entry.text, style);
+            canvas.DrawText(left, baseLine, entry.text, style);
+            left -= FingerRadius + 8;
+            DrawFinger(canvas, entry.example, {left, baseLine - 5});
+            left -= FingerRadius + gap;
+        }
+    }
+    return right - left;
+}
 
 void DrawOverlay(SheetCanvas& canvas, const Panel& panel, const PictureRect& rect) {
     const viewer::ViewSnapshot& view = panel.view;

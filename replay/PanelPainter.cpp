@@ -22,7 +22,11 @@ constexpr dg::Color HeadingText{0.08F, 0.19F, 0.36F, 1};
 
 constexpr double StatusHeight = 22;
 constexpr double Inset = 10;
-constexpr double CaptionLine = 19;
+constexpr double HeadingLine = 24;
+constexpr double CaptionLine = 20;
+constexpr double FooterMargin = 14;
+constexpr std::size_t MostCaptionLines = 6;
+const TextStyle CaptionStyle{14, false, Align::Left, TextStyle{}.color};
 // 3D pictures have this many pixels a sheet unit, so that they stay sharp in a larger SVG.
 constexpr double PixelsPerUnit = 2;
 
@@ -76,6 +80,10 @@ std::vector<std::string> WrapText(SheetCanvas& canvas, const std::string& text, 
     return lines;
 }
 
+std::vector<std::string> CaptionLines(SheetCanvas& canvas, const Panel& panel, double boxWidth) {
+    return WrapText(canvas, panel.caption, CaptionStyle, boxWidth - 2 * Inset, MostCaptionLines);
+}
+
 void DrawFooter(SheetCanvas& canvas, const Panel& panel, const PictureRect& box) {
     const double left = box.x + Inset;
     const double right = box.x + box.width - Inset;
@@ -83,7 +91,7 @@ void DrawFooter(SheetCanvas& canvas, const Panel& panel, const PictureRect& box)
     FillRectangle(canvas.GetContext(), {box.x, y, box.width, StatusHeight}, StatusColor);
     const TextStyle status{12, false, Align::Left, QuietText};
     canvas.DrawText(left, y + 15, canvas.FitText(panel.view.statusText, status, right - left), status);
-    y += StatusHeight + 24;
+    y += StatusHeight + HeadingLine;
 
     const TextStyle time{14, false, Align::Right, QuietText};
     const TextStyle heading{17, true, Align::Left, HeadingText};
@@ -91,14 +99,18 @@ void DrawFooter(SheetCanvas& canvas, const Panel& panel, const PictureRect& box)
     const double headingWidth = right - left - canvas.MeasureText(panel.time, time) - Inset;
     canvas.DrawText(left, y, canvas.FitText(panel.heading, heading, headingWidth), heading);
 
-    const TextStyle caption{14, false, Align::Left, TextStyle{}.color};
-    for (const std::string& line : WrapText(canvas, panel.caption, caption, right - left, 2)) {
-        y += CaptionLine + 1;
-        canvas.DrawText(left, y, line, caption);
+    for (const std::string& line : CaptionLines(canvas, panel, box.width)) {
+        y += CaptionLine;
+        canvas.DrawText(left, y, line, CaptionStyle);
     }
 }
 
 }  // namespace
+
+double FooterHeightOf(SheetCanvas& canvas, const Panel& panel, double boxWidth) {
+    const auto lines = static_cast<double>(CaptionLines(canvas, panel, boxWidth).size());
+    return StatusHeight + HeadingLine + lines * CaptionLine + FooterMargin;
+}
 
 void PanelPainter::DrawView(SheetCanvas& canvas, const viewer::ViewSnapshot& view, const PictureRect& rect) {
     if (viewer::IsShapeViewKind(view.kind)) {
@@ -114,8 +126,8 @@ void PanelPainter::DrawView(SheetCanvas& canvas, const viewer::ViewSnapshot& vie
     DrawPage(canvas.GetContext(), page->second, view, rect);
 }
 
-void PanelPainter::Draw(SheetCanvas& canvas, const Panel& panel, const PictureRect& box) {
-    const PictureRect card{box.x, box.y, box.width, box.height + PanelFooterHeight};
+void PanelPainter::Draw(SheetCanvas& canvas, const Panel& panel, const PictureRect& box, double footerHeight) {
+    const PictureRect card{box.x, box.y, box.width, box.height + footerHeight};
     FillRectangle(canvas.GetContext(), card, CardColor);
     FillRectangle(canvas.GetContext(), box, EmptyColor);
     const PictureRect rect = FitView(panel.view, box);

@@ -15,15 +15,16 @@
 
 namespace replay {
 
-// What a panel needs below its picture box, in sheet units: the status bar, the heading and two lines of caption.
-inline constexpr double PanelFooterHeight = 106;
+// What a panel needs below its picture box: the status bar, the heading and its caption's lines, as many as it has but
+// not without end. Sheet units; the canvas is for measuring only.
+[[nodiscard]] double FooterHeightOf(SheetCanvas& canvas, const Panel& panel, double boxWidth);
 
 class PanelPainter {
 public:
     explicit PanelPainter(std::shared_ptr<const viewer::Model> model) : m_scene(std::move(model)) {}
 
     // Draws a panel whose picture fits into the box, with the rest below the box.
-    void Draw(SheetCanvas& canvas, const Panel& panel, const PictureRect& box);
+    void Draw(SheetCanvas& canvas, const Panel& panel, const PictureRect& box, double footerHeight);
 
 private:
     void DrawView(SheetCanvas& canvas, const viewer::ViewSnapshot& view, const PictureRect& rect);

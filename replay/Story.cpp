@@ -13,11 +13,13 @@ namespace {
 
 constexpr double EchoSeconds = 0.5;       // mouse messages further apart are told separately
 constexpr double UnplayedSeconds = 1;     // a coasting that has not moved by then is not played
+constexpr double SwitchSeconds = 1;       // a status bar that changes later tells of something else
 constexpr std::size_t MostDrawable = 64;  // items that keep their moments; far more than a sheet can show
+constexpr double EffectProgress = 0.5;    // what a click counts beside motion, see MotionMeter
 constexpr double MillisecondsPerSecond = 1000;
 
 std::string At(double x, double y) {
-    return "(" + std::to_string(std::llround(x)) + ", " + std::to_string(std::llround(y)) + ")";
+    return "(" + std::to_string(std::llround(x)) + ", " + std::to_string(std::llround(y)) + ") px";
 }
 
 std::string Listed(const std::vector<std::string>& words) {
@@ -68,7 +70,8 @@ std::string ViewText(const std::optional<viewer::ViewSpec>& view) {
     if (!view) {
         return "detached the view";
     }
-    return "attached a view: " + view->kind + " " + std::to_string(view->width) + " x " + std::to_string(view->height);
+    return "attached a view: " + view->kind + " " + std::to_string(view->width) + " x " + std::to_string(view->height) +
+           " px";
 }
 
 std::string ChangeText(const viewer::ViewChange& change) {
@@ -102,21 +105,20 @@ std::string PreferencesText(const std::optional<viewer::PreferenceValues>& value
     return "sent preferences: " + (parts.empty() ? "none" : Listed(parts));
 }
 
-// The word for a gesture, and the sentence when there is nothing else to say about it.
-std::pair<std::string, std::string> NamesOf(touch::GestureType type, MotionWords words, bool explore) {
+// What several fingers did, or would have done; empty when they did nothing.
+std::string NameOf(touch::GestureType type, MotionWords words, const Motion& motion) {
     const bool eye = words == MotionWords::Eye;
-    const std::string idle = "did not move the view";
     switch (type) {
-    case touch::GestureNone: return {"Nothing recognised", idle};
-    case touch::GestureTap: return {"Tap", idle};
-    case touch::GestureSpin: return {eye && explore ? "Look around" : "Spin", idle};
-    case touch::GesturePanZoomRotate: return {eye && explore ? "Fly" : "Pan, zoom, twist", idle};
-    case touch::GestureDrag: return {"Drag", "drew no band"};
-    case touch::Gesture2DPan: return {"2D pan", idle};
-    case touch::Gesture2DZoomPan: return {"2D zoom and pan", idle};
-    case touch::GestureMarkup: return {"Markup", "left to the host's drawing tools"};
+    case touch::GestureNone: return "";
+    case touch::GestureTap: return "Tap";
+    case touch::GestureSpin: return eye ? "Look around" : "Spin";
+    case touch::GesturePanZoomRotate: return eye ? "Fly" : NameOfPictureMotion(motion);
+    case touch::GestureDrag: return "Drag";
+    case touch::Gesture2DPan: return "Pan";
+    case touch::Gesture2DZoomPan: return NameOfPictureMotion(motion);
+    case touch::GestureMarkup: return "Markup";
     }
-    return {"?", idle};  // a value outside the enumeration
+    return "?";  // a value outside the enumeration
 }
 
 }  // namespace
@@ -173,8 +175,8 @@ void Story::FollowTouch(const Observation& observation, const viewer::ViewSnapsh
 void Story::FollowCalls(const Observation& observation, const viewer::ViewSnapshot& after) {
     for (const viewer::Call& call : observation.calls) {
         if (const auto* sent = std::get_if<viewer::SendMessageCall>(&call)) {
-            AddAction(SentMessageText(*sent, after));
-            NameGesture(sent->type == "MsgMouseRightUp" ? "Press and hold" : "");
+            AddAction(SentMessageText(*sent, after), after);
+            NameGesture(sent->type == "MsgMouseRightUp" ? "Press and hold" : sent->type == "MsgClickLeft" ? "Tap" : "");
         } else if (const auto* plain = std::get_if<viewer::PlainCall>(&call)) {
             if (std::string_view(plain->operation) == "StopTransition") {
                 EndCoasting("stopped before it moved");
@@ -224,8 +226,10 @@ void Story::EndCoasting(const char* unmovedReason) {
     } else {
         const bool whole = std::abs(motion.netDegrees - coasting.plannedDegrees) < 0.5;
         item.text = Describe(motion, MotionWords::Model) + (whole ? "" : ", of " + planned);
-        item.drawable = true;
-        item.moments.push_back({0, coasting.to, m_last, motion, coasting.meter.GetProgress()});
+        item.isGesture = true;
+        item.moments.push_back({0, coasting.to, m_last, motion, coasting.meter.GetProgress(), ""});
+        AddDrawable(std::move(item));
+        return;
     }
     m_items.push_back(std::move(item));
 }
@@ -285,29 +289,48 @@ void Story::FollowHost(const Observation& observation, const viewer::ViewSnapsho
 
 void Story::FollowModeAndStatus(const Observation& observation, const viewer::ViewSnapshot& after) {
     if (m_last.rubberBand && !after.rubberBand) {
-        const viewer::RubberBand& band = *m_last.rubberBand;
-        AddAction("band from " + At(band.x0, band.y0) + " to " + At(band.x1, band.y1) + ", " +
-                  SelectionText("selected", after));
+        AddAction(BandText(*m_last.rubberBand) + ", " + SelectionText("selected", after), after);
     } else if (std::holds_alternative<MouseEvent>(observation.event) && after.selectedParts != m_last.selectedParts) {
-        AddAction(SelectionText("the mouse picked", after));
+        AddAction(SelectionText("the mouse picked", after), after);
     }
     if (observation.navigate != m_navigate) {
         m_navigate = observation.navigate;
-        AddAction(m_navigate ? "switched to navigate mode" : "switched to select mode");
+        AddAction(m_navigate ? "switched to navigate mode" : "switched to select mode", after);
+        m_switchedAt = m_now;
         // The hold is found on a tick, the tap when the fingers lift.
         NameGesture(std::holds_alternative<TimerEvent>(observation.event) ? "Three-finger hold" : "Two-finger tap");
     }
     if (after.statusText != m_last.statusText) {
         AddLine("status bar", "\"" + after.statusText + "\"");
+        ShowSwitchedStatus(after.statusText);
     }
 }
 
-void Story::AddAction(const std::string& text) {
+void Story::ShowSwitchedStatus(const std::string& text) {
+    if (!m_switchedAt || m_now - *m_switchedAt > SwitchSeconds) {
+        return;
+    }
+    m_switchedAt.reset();
+    std::vector<Moment>* effects = nullptr;
+    if (Gesture* open = m_tracker.GetOpen(); open != nullptr && !open->effects.empty()) {
+        effects = &open->effects;
+    } else if (const auto item =
+                   std::find_if(m_items.rbegin(), m_items.rend(), [](const StoryItem& i) { return i.drawable; });
+               item != m_items.rend() && !item->effects.empty()) {
+        effects = &item->effects;
+    }
+    if (effects != nullptr) {
+        effects->back().view.statusText = text;
+        effects->back().time = m_now;
+    }
+}
+
+void Story::AddAction(const std::string& text, const viewer::ViewSnapshot& after) {
     if (text.empty()) {
         return;
     }
-    if (Gesture* gesture = m_tracker.GetOpen()) {
-        gesture->actions.push_back(text);
+    if (m_tracker.GetOpen() != nullptr) {
+        m_tracker.AddEffect(text, m_now, after);
     } else {
         AddLine("view", text);
     }
@@ -330,43 +353,79 @@ void Story::AddLine(const char* who, std::string text) {
 
 void Story::AddGestures(std::vector<Gesture> gestures) {
     for (Gesture& gesture : gestures) {
-        StoryItem item = ItemOf(std::move(gesture));
-        if (++m_drawable > MostDrawable) {
-            item.moments.clear();
-            item.paths.reset();
-        }
-        m_items.push_back(std::move(item));
+        AddDrawable(ItemOf(std::move(gesture)));
     }
+}
+
+void Story::AddDrawable(StoryItem item) {
+    item.drawable = true;
+    m_items.push_back(std::move(item));
+    m_drawn.push_back(m_items.size() - 1);
+    if (m_drawn.size() <= MostDrawable) {
+        return;
+    }
+    const auto least = std::min_element(m_drawn.begin(), m_drawn.end(), [&](std::size_t a, std::size_t b) {
+        return MattersMore(m_items[b], m_items[a]);
+    });
+    m_items[*least].moments.clear();
+    m_items[*least].effects.clear();
+    m_items[*least].paths.reset();
+    m_drawn.erase(least);
 }
 
 StoryItem Story::ItemOf(Gesture gesture) const {
     StoryItem item;
     item.from = gesture.from;
     item.to = gesture.to;
-    item.who = std::to_string(gesture.fingers) + (gesture.fingers == 1 ? " finger" : " fingers");
+    item.fingers = gesture.fingers;
+    item.who = FingersText(gesture.fingers);
     item.words = WordsFor(gesture.type, gesture.motion);
-    auto [what, idle] = NamesOf(gesture.type, item.words, m_navMethod == "explore");
-    item.what = gesture.name.empty() ? std::move(what) : std::move(gesture.name);
 
     std::vector<std::string> parts = std::move(gesture.actions);
     const std::string moved = Describe(gesture.motion, item.words);
     if (!moved.empty()) {
         parts.insert(parts.begin(), moved);
+    } else if (parts.empty() && gesture.type == touch::GestureMarkup) {
+        parts.emplace_back("left to the host's drawing tools");
     }
-    item.text = parts.empty() ? idle : Listed(parts);
-    item.drawable = true;
+    item.isGesture = !parts.empty();
+    item.text = item.isGesture ? Listed(parts) : "no gesture";
+    if (item.isGesture) {
+        item.what = gesture.name.empty() ? NameOf(gesture.type, item.words, gesture.motion) : std::move(gesture.name);
+    }
     item.firstFrame = gesture.firstFrame;
     item.moments = std::move(gesture.moments);
+    item.effects = std::move(gesture.effects);
     item.paths = std::move(gesture.paths);
     return item;
 }
 
-MotionWords Story::WordsFor(touch::GestureType type, const Motion& motion) const {
-    if (type == touch::GestureSpin) {
-        const bool turnsInPlace = !motion.orthographic && m_navMethod == "explore";
-        return turnsInPlace ? MotionWords::Eye : MotionWords::Model;
+bool MattersMore(const StoryItem& a, const StoryItem& b) {
+    const auto weight = [](const StoryItem& item) {
+        const double progress = item.moments.empty() ? 0 : item.moments.back().progress;
+        return progress + EffectProgress * static_cast<double>(item.effects.size());
+    };
+    if (a.isGesture != b.isGesture) {
+        return a.isGesture;
     }
-    return motion.orthographic ? MotionWords::Picture : MotionWords::Eye;
+    return a.isGesture ? weight(a) > weight(b) : a.fingers > b.fingers;
+}
+
+MotionWords Story::WordsFor(touch::GestureType type, const Motion& motion) const {
+    const bool explores = !motion.orthographic && m_navMethod == "explore";
+    if (type == touch::GestureSpin && !explores) {
+        return MotionWords::Model;
+    }
+    return explores ? MotionWords::Eye : MotionWords::Picture;
+}
+
+std::string BandText(const viewer::RubberBand& band) {
+    const auto side = [](int a, int b) { return std::to_string(std::abs(static_cast<std::int64_t>(b) - a)); };
+    return "band of " + side(band.x0, band.x1) + " x " + side(band.y0, band.y1) + " px from " + At(band.x0, band.y0);
+}
+
+std::string FingersText(int fingers) {
+    return std::to_string(fingers) + (fingers == 1 ? " finger" : " fingers");
 }
 
 std::string SecondsText(double seconds) {
@@ -386,12 +445,12 @@ std::string SummaryOf(const Story& story) {
     if (view.kind == "other") {
         return text;
     }
-    text += " " + std::to_string(view.width) + " x " + std::to_string(view.height);
+    text += " " + std::to_string(view.width) + " x " + std::to_string(view.height) + " px";
     const Motion still = MotionMeter(view).GetMotion();
     if (!still.orthographic) {
         return text + ", perspective";
     }
-    return text + ", width " + ShortNumber(still.firstWidth);
+    return text + ", width " + ShortNumber(still.firstWidth) + " units";
 }
 
 void WriteStory(const Story& story, const std::string& title, std::ostream& output) {

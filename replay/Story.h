@@ -21,17 +21,24 @@ namespace replay {
 struct StoryItem {
     double from = 0;  // seconds since the first tick
     double to = 0;
-    std::string who;        // "2 fingers", "after release", "mouse", "host", "component"
-    std::string what;       // "Spin", "Tap"; may be empty
-    std::string text;       // "turned 74 degrees to the right"
-    bool drawable = false;  // a gesture, or a view that goes on moving
+    std::string who;         // "2 fingers", "after release", "mouse", "host", "component"
+    std::string what;        // "Spin", "Tap"; may be empty
+    std::string text;        // "turned 74 degrees to the right"
+    bool drawable = false;   // a touch, or a view that goes on moving
+    bool isGesture = false;  // something came of it: the view moved, a click was sent, ...
+    int fingers = 0;
 
-    // Of what is drawable; a story of very many gestures keeps the moments of the first ones only.
+    // Of what is drawable; a story of very many gestures keeps the moments of those that did most.
     MotionWords words = MotionWords::Picture;  // for the moments' motion
     std::size_t firstFrame = 0;                // of the touch, from 0
     std::vector<Moment> moments;
+    std::vector<Moment> effects;
     std::shared_ptr<const std::vector<FingerPath>> paths;  // may be null
 };
+
+// Whether one item matters more than another: the one that did more, and of those that did nothing the one with more
+// fingers.
+[[nodiscard]] bool MattersMore(const StoryItem& a, const StoryItem& b);
 
 // Listens to a replay, event by event. Times are those of the host's ticks, or of the touch clock while there was none.
 //
@@ -52,6 +59,7 @@ public:
     [[nodiscard]] const std::vector<StoryItem>& GetItems() const noexcept { return m_items; }
     [[nodiscard]] const viewer::ViewSnapshot& GetFirstView() const noexcept { return m_first; }
     [[nodiscard]] const viewer::ViewSnapshot& GetLastView() const noexcept { return m_last; }
+    [[nodiscard]] double GetStartTime() const noexcept { return m_start; }
     [[nodiscard]] double GetEndTime() const noexcept { return m_now; }
     [[nodiscard]] std::size_t GetEventCount() const noexcept { return m_eventCount; }
 
@@ -82,11 +90,14 @@ private:
     void EndCoasting(const char* unmovedReason);
     void EndMouseRun();
     // Adds to the gesture under way; between touches it becomes a line of its own.
-    void AddAction(const std::string& text);
+    void AddAction(const std::string& text, const viewer::ViewSnapshot& after);
+    // Lets the picture of a mode switch show the status bar that tells of it, which is refreshed on a later event.
+    void ShowSwitchedStatus(const std::string& text);
     // What the gesture under way turned out to be; nothing for an empty name.
     void NameGesture(const char* name);
     void AddLine(const char* who, std::string text);
     void AddGestures(std::vector<Gesture> gestures);
+    void AddDrawable(StoryItem item);
     [[nodiscard]] StoryItem ItemOf(Gesture gesture) const;
     [[nodiscard]] MotionWords WordsFor(touch::GestureType type, const Motion& motion) const;
 
@@ -100,16 +111,24 @@ private:
     std::optional<std::int32_t> m_firstTouchTime;
     std::string m_navMethod;
     bool m_navigate = true;
+    double m_start = 0;
     double m_now = 0;
     std::size_t m_eventCount = 0;
-    std::size_t m_drawable = 0;  // items with moments so far
+    std::optional<double> m_switchedAt;  // until the status bar tells of it
+    std::vector<std::size_t> m_drawn;    // the items with moments so far
 };
 
 // Writes a heading and the lines, in columns.
 void WriteStory(const Story& story, const std::string& title, std::ostream& output);
 
-// The heading's second part, as "412 events in 2.25 s, shapeview 1280 x 800, orthographic, width 16".
+// The heading's second part, as "412 events in 2.25 s, shapeview 1280 x 800 px, width 16 units".
 [[nodiscard]] std::string SummaryOf(const Story& story);
+
+// As "2 fingers".
+[[nodiscard]] std::string FingersText(int fingers);
+
+// As "band of 357 x 210 px from (467, 511) px".
+[[nodiscard]] std::string BandText(const viewer::RubberBand& band);
 
 // As "0.42 s".
 [[nodiscard]] std::string SecondsText(double seconds);

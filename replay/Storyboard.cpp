@@ -1,6 +1,7 @@
 #include "replay/Storyboard.h"
 
 #include "replay/OutputFile.h"
+#include "replay/PanelOverlay.h"
 #include "replay/PanelPainter.h"
 #include "replay/SheetCanvas.h"
 
@@ -36,11 +37,12 @@ struct Grid {
     std::size_t rows;
     double boxWidth;
     double boxHeight;
+    double footerHeight = 0;  // that of the panel with the longest caption, so that the rows are even
 
     explicit Grid(const std::vector<Panel>& panels) {
         const std::size_t count = std::max<std::size_t>(panels.size(), 1);
-        // Few panels get large pictures; a half-empty second row of four looks worse than two rows of three.
-        columns = count <= 3 || count == 5 || count == 6 ? 3 : 4;
+        // Few panels get large pictures; a last row of four that is half empty looks worse than rows of three.
+        columns = count <= 3 || count == 5 || count == 6 || count == 9 ? 3 : 4;
         rows = (count + columns - 1) / columns;
         boxWidth =
             (SheetWidth - 2 * SheetMargin - Gap * static_cast<double>(columns - 1)) / static_cast<double>(columns);
@@ -52,9 +54,13 @@ struct Grid {
             }
         }
         boxHeight = std::round(boxWidth * std::min(proportion, 1.0));
+        SheetCanvas ruler(SheetFormat::Png, 1, 1);
+        for (const Panel& panel : panels) {
+            footerHeight = std::max(footerHeight, FooterHeightOf(ruler, panel, boxWidth));
+        }
     }
 
-    [[nodiscard]] double RowHeight() const { return boxHeight + PanelFooterHeight + Gap; }
+    [[nodiscard]] double RowHeight() const { return boxHeight + footerHeight + Gap; }
     [[nodiscard]] int SheetHeight() const {
         return static_cast<int>(std::ceil(HeaderHeight + static_cast<double>(rows) * RowHeight() - Gap + SheetMargin));
     }
@@ -75,12 +81,13 @@ std::string DrawSheet(const Sheet& sheet, SheetFormat format) {
     const TextStyle title{30, true, Align::Left, TextStyle{}.color};
     const TextStyle subtitle{17, false, Align::Left, {0.36F, 0.39F, 0.44F, 1}};
     const double width = SheetWidth - 2 * SheetMargin;
-    canvas.DrawText(SheetMargin, 50, canvas.FitText(sheet.title, title, width), title);
+    const double legend = DrawLegend(canvas, sheet.panels, SheetWidth - SheetMargin, 50);
+    canvas.DrawText(SheetMargin, 50, canvas.FitText(sheet.title, title, width - legend), title);
     canvas.DrawText(SheetMargin, 80, canvas.FitText(sheet.subtitle, subtitle, width), subtitle);
 
     PanelPainter painter(sheet.model);
     for (std::size_t i = 0; i < sheet.panels.size(); ++i) {
-        painter.Draw(canvas, sheet.panels[i], grid.BoxAt(i));
+        painter.Draw(canvas, sheet.panels[i], grid.BoxAt(i), grid.footerHeight);
     }
     return canvas.Finish();
 }

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <numbers>
+#include <utility>
 #include <vector>
 
 namespace replay {
@@ -14,13 +16,14 @@ namespace replay {
 namespace {
 
 constexpr double DegreesPerRadian = 180 / std::numbers::pi;
-constexpr double SmallestTurn = 0.05;      // degrees; less is not worth a word
-constexpr double SmallestShare = 0.001;    // of the visible width
-constexpr double RoundTripShare = 0.01;    // of the visible width; a shorter way that leads back is tremor
-constexpr double StraightTolerance = 1.1;  // a way this many times the net turn still counts as straight
-constexpr double OneWayShare = 0.7;        // of a way, left over when to and fro cancel out: it went one way mostly
-constexpr double SideShare = 0.03;         // of a way or turn; less in another direction is not worth a word
+constexpr double SmallestPixels = 0.5;     // at the picture's edge; less is not worth a word
+constexpr double RoundTripPixels = 12;     // a shorter way that leads back is tremor
+constexpr double StraightTolerance = 1.1;  // a way this many times the net way still counts as straight
 constexpr double StraightSlack = 1;        // degrees
+constexpr double StraightPixels = 10;      // what a finger's tremor adds to a way
+constexpr double OneWayShare = 0.7;        // of a way, left over when to and fro cancel out: it went one way mostly
+constexpr double SideShare = 0.03;         // of a motion; less in another direction is not worth a word
+constexpr double TripShare = 0.3;          // the same for a way that leads back
 
 dg::DVec3 InAxes(const dg::Location& axes, const dg::DVec3& world) {
     return dg::DMat33(axes.GetMat()) * world;
@@ -51,9 +54,24 @@ dg::DVec3 TurnOnScreen(const dg::Location& from, const dg::Location& to) {
     return axis * (angle * DegreesPerRadian);
 }
 
+// One decimal place below a limit, where that is more than nothing, and none from there on.
+std::string Rounded(double value, double limit) {
+    const double scale = std::abs(value) < limit ? 10 : 1;
+    const double rounded = std::round(value * scale) / scale;
+    return ShortNumber(rounded != 0 ? rounded : value);
+}
+
 std::string Degrees(double degrees) {
-    const std::string number = degrees < SmallestTurn ? "0" : ShortNumber(degrees);
+    const std::string number = Rounded(degrees, 100);
     return number + (number == "1" ? " degree" : " degrees");
+}
+
+std::string Pixels(double pixels) {
+    return Rounded(pixels, 10) + " px";
+}
+
+std::string Units(double units) {
+    return ShortNumber(units) + " units";
 }
 
 std::string Joined(const std::vector<std::string>& parts, const char* separator) {
@@ -81,96 +99,161 @@ std::string Directions(const dg::DVec3& swept) {
     return Joined(words, " and ");
 }
 
-// A way along one direction, when it is worth a word.
-void AddWay(std::vector<std::string>& parts, double way, double smallest, const char* positive, const char* negative) {
-    if (std::abs(way) > smallest) {
-        parts.push_back(ShortNumber(std::abs(way)) + " " + (way > 0 ? positive : negative));
+// A way along one direction, when it is worth a word: "12 px right".
+void AddWay(std::vector<std::string>& parts, double way, double smallest, std::string (*textOf)(double),
+            const char* positive, const char* negative) {
+    if (std::abs(way) >= smallest) {
+        parts.push_back(textOf(std::abs(way)) + " " + (way > 0 ? positive : negative));
     }
+}
+
+// From the middle of the picture to its edge, pixels.
+double EdgePixels(const Motion& motion) {
+    return motion.pixels / 2;
+}
+
+double TurnPixels(const Motion& motion, double degrees) {
+    return std::abs(degrees) / DegreesPerRadian * EdgePixels(motion);
+}
+
+double ZoomLogarithm(const Motion& motion) {
+    return motion.firstWidth > 0 && motion.lastWidth > 0 ? std::log(motion.lastWidth / motion.firstWidth) : 0;
+}
+
+// What of a motion of the picture is worth a word.
+enum class Worth { Nothing, WayBack, Way };  // a way that leads back to where it began; a way that leads elsewhere
+
+struct PictureMotion {
+    Worth pan = Worth::Nothing;
+    Worth zoom = Worth::Nothing;
+    Worth twist = Worth::Nothing;
+    double smallest = SmallestPixels;  // pixels, of what is worth a word
+};
+
+PictureMotion WorthOf(const Motion& motion) {
+    const double pan = std::hypot(motion.shift.x, motion.shift.y);
+    const double zoom = std::abs(ZoomLogarithm(motion)) * EdgePixels(motion);
+    const double twist = TurnPixels(motion, motion.sweptDegrees.z);
+    const double zoomPath = motion.zoomPath * EdgePixels(motion);
+    const double twistPath = TurnPixels(motion, motion.twistPath);
+    PictureMotion worth;
+    worth.smallest = std::max(SmallestPixels, SideShare * std::max({pan, zoom, twist}));
+    const double smallestTrip =
+        std::max(RoundTripPixels, TripShare * std::max({motion.shiftPath, zoomPath, twistPath}));
+    const auto of = [&](double way, double path) {
+        return way >= worth.smallest ? Worth::Way : path >= smallestTrip ? Worth::WayBack : Worth::Nothing;
+    };
+    worth.pan = of(pan, motion.shiftPath);
+    worth.zoom = of(zoom, zoomPath);
+    worth.twist = of(twist, twistPath);
+    return worth;
 }
 
 std::string DescribeModel(const Motion& motion) {
-    if (!(motion.turnedDegrees >= SmallestTurn)) {
+    if (!(TurnPixels(motion, motion.turnedDegrees) >= SmallestPixels)) {
         return "";
     }
     const bool straight = motion.turnedDegrees <= motion.netDegrees * StraightTolerance + StraightSlack;
-    if (straight) {
+    if (straight && TurnPixels(motion, motion.netDegrees) >= SmallestPixels) {
         return "turned " + Degrees(motion.netDegrees) + " " + Directions(motion.sweptDegrees);
     }
     const bool oneWay = motion.sweptDegrees.Norm() > OneWayShare * motion.turnedDegrees;
+    const std::string end = TurnPixels(motion, motion.netDegrees) < SmallestPixels
+                                ? "ends where it began"
+                                : "ends " + Degrees(motion.netDegrees) + " from where it began";
     return "turned " + Degrees(motion.turnedDegrees) + " along the way, " +
-           (oneWay ? "mostly " + Directions(motion.sweptDegrees) + ", " : "") + "ends " + Degrees(motion.netDegrees) +
-           " from where it began";
+           (oneWay ? "mostly " + Directions(motion.sweptDegrees) + ", " : "") + end;
 }
 
-void AddTwist(std::vector<std::string>& parts, const Motion& motion) {
-    const double smallest = std::max(SmallestTurn, SideShare * motion.turnedDegrees);
-    if (std::abs(motion.sweptDegrees.z) >= smallest) {
-        parts.push_back("turned " + Degrees(std::abs(motion.sweptDegrees.z)) +
-                        (motion.sweptDegrees.z > 0 ? " counter-clockwise" : " clockwise"));
-    }
+std::string TwistText(const Motion& motion) {
+    return "turned " + Degrees(std::abs(motion.sweptDegrees.z)) +
+           (motion.sweptDegrees.z > 0 ? " counter-clockwise" : " clockwise");
 }
 
-std::string DetourText(double path, double straight) {
-    return path > straight * StraightTolerance ? " (" + ShortNumber(path) + " along the way)" : "";
+std::string PanText(const Motion& motion, double smallest) {
+    std::vector<std::string> ways;
+    const double way = std::hypot(motion.shift.x, motion.shift.y);
+    const double smallestWay = std::min(std::max(smallest, SideShare * way), way / 2);
+    AddWay(ways, motion.shift.x, smallestWay, Pixels, "right", "left");
+    AddWay(ways, motion.shift.y, smallestWay, Pixels, "up", "down");
+    const bool detour = motion.shiftPath > way * StraightTolerance + StraightPixels;
+    return "moved " + Joined(ways, " and ") + (detour ? " (" + Pixels(motion.shiftPath) + " along the way)" : "");
+}
+
+std::string ZoomText(const Motion& motion) {
+    const bool isIn = motion.lastWidth < motion.firstWidth;
+    const double factor = isIn ? motion.firstWidth / motion.lastWidth : motion.lastWidth / motion.firstWidth;
+    return std::string(isIn ? "zoomed in " : "zoomed out ") + ShortNumber(factor) + " times (width " +
+           ShortNumber(motion.firstWidth) + " to " + Units(motion.lastWidth) + ")";
 }
 
 std::string DescribePicture(const Motion& motion) {
+    const PictureMotion worth = WorthOf(motion);
     std::vector<std::string> parts;
-    std::vector<std::string> ways;
-    const double smallest = SmallestShare * std::abs(motion.firstWidth);
-    const double way = std::hypot(motion.shift.x, motion.shift.y);
-    const double smallestWay = std::max(smallest, SideShare * way);
-    AddWay(ways, motion.shift.x, smallestWay, "right", "left");
-    AddWay(ways, motion.shift.y, smallestWay, "up", "down");
-    // A twist about a point beside the middle also moves the middle, on an arc.
-    const bool twisted = motion.turnedDegrees >= SmallestTurn;
-    if (!ways.empty()) {
-        parts.push_back("moved " + Joined(ways, " and ") + (twisted ? "" : DetourText(motion.eyePath, way)));
-    } else if (!twisted && motion.eyePath > RoundTripShare * std::abs(motion.firstWidth)) {
-        parts.push_back("moved " + ShortNumber(motion.eyePath) + " along the way, and back");
+    if (worth.pan != Worth::Nothing) {
+        parts.push_back(worth.pan == Worth::Way ? PanText(motion, worth.smallest)
+                                                : "moved " + Pixels(motion.shiftPath) + " there and back");
     }
-    if (std::abs(motion.lastWidth - motion.firstWidth) > smallest) {
-        parts.push_back(std::string(motion.lastWidth < motion.firstWidth ? "zoomed in" : "zoomed out") +
-                        ": width from " + ShortNumber(motion.firstWidth) + " to " + ShortNumber(motion.lastWidth));
+    if (worth.zoom != Worth::Nothing) {
+        parts.push_back(worth.zoom == Worth::Way ? ZoomText(motion) : "zoomed there and back");
     }
-    AddTwist(parts, motion);
+    if (worth.twist != Worth::Nothing) {
+        parts.push_back(worth.twist == Worth::Way ? TwistText(motion)
+                                                  : "turned " + Degrees(motion.twistPath) + " there and back");
+    }
     return Joined(parts, ", ");
 }
 
 std::string DescribeEye(const Motion& motion) {
     std::vector<std::string> parts;
     std::vector<std::string> ways;
-    const double smallestWay = std::max(SmallestShare * std::abs(motion.firstWidth), SideShare * motion.eyePath);
-    AddWay(ways, -motion.eyeTravel.z, smallestWay, "forward", "back");
-    AddWay(ways, motion.eyeTravel.x, smallestWay, "right", "left");
-    AddWay(ways, motion.eyeTravel.y, smallestWay, "up", "down");
+    const double pixel = motion.pixels > 0 ? motion.firstWidth / motion.pixels : 0;
+    const double smallestWay = std::max(SmallestPixels * pixel, SideShare * motion.eyePath);
+    if (motion.eyePath > 0) {
+        AddWay(ways, -motion.eyeTravel.z, smallestWay, Units, "forward", "back");
+        AddWay(ways, motion.eyeTravel.x, smallestWay, Units, "right", "left");
+        AddWay(ways, motion.eyeTravel.y, smallestWay, Units, "up", "down");
+    }
     if (!ways.empty()) {
-        parts.push_back("the eye moved " + Joined(ways, ", ") + DetourText(motion.eyePath, motion.eyeTravel.Norm()));
+        const double way = motion.eyeTravel.Norm();
+        const bool detour = motion.eyePath > way * StraightTolerance + StraightPixels * pixel;
+        parts.push_back("the eye moved " + Joined(ways, ", ") +
+                        (detour ? " (" + Units(motion.eyePath) + " along the way)" : ""));
     }
     // The eye turns against the turn that is seen: to the right when what is before it turns to the left, which, seen
     // from the middle of the turn, is a positive turn about Y.
     std::vector<std::string> turns;
-    const double smallestTurn = std::max(SmallestTurn, SideShare * motion.turnedDegrees);
-    AddWay(turns, motion.sweptDegrees.y, smallestTurn, "degrees to the right", "degrees to the left");
-    AddWay(turns, -motion.sweptDegrees.x, smallestTurn, "degrees up", "degrees down");
+    const double onePixel = EdgePixels(motion) > 0 ? DegreesPerRadian / EdgePixels(motion) : 0;
+    const double smallestTurn = std::max(SmallestPixels * onePixel, SideShare * motion.turnedDegrees);
+    if (motion.turnedDegrees > 0) {
+        AddWay(turns, motion.sweptDegrees.y, smallestTurn, Degrees, "to the right", "to the left");
+        AddWay(turns, -motion.sweptDegrees.x, smallestTurn, Degrees, "up", "down");
+    }
     if (!turns.empty()) {
         parts.push_back("looked " + Joined(turns, " and "));
     }
-    AddTwist(parts, motion);
+    if (motion.turnedDegrees > 0 && std::abs(motion.sweptDegrees.z) >= smallestTurn) {
+        parts.push_back(TwistText(motion));
+    }
     return Joined(parts, ", ");
 }
 
 }  // namespace
 
-MotionMeter::MotionMeter(const viewer::ViewSnapshot& first) : m_first(PoseOf(first)), m_last(m_first) {
+MotionMeter::MotionMeter(const viewer::ViewSnapshot& first, const std::optional<dg::DPoint2D>& anchor)
+    : m_first(PoseOf(first)), m_last(m_first), m_anchorPixel(anchor), m_anchorSeen(anchor.value_or(m_first.middle)) {
+    m_anchor = m_first.ToWorld(m_anchorSeen);
     m_motion.orthographic = m_first.orthographic;
-    m_motion.firstWidth = m_first.width;
-    m_motion.lastWidth = m_first.width;
+    m_motion.pixels = m_first.pixels;
+    m_motion.firstWidth = m_first.width * m_first.Spread(m_first.depth);
+    m_motion.lastWidth = m_motion.firstWidth;
 }
 
 MotionMeter::Pose MotionMeter::PoseOf(const viewer::ViewSnapshot& view) {
     Pose pose;
     pose.kind = view.kind;
+    pose.pixels = view.width;
+    pose.middle = {view.width / 2.0, view.height / 2.0};
     if (view.kind != "shapeview") {
         pose.location = view.placement;
         pose.width = view.orthoWidth;
@@ -184,7 +267,40 @@ MotionMeter::Pose MotionMeter::PoseOf(const viewer::ViewSnapshot& view) {
     view.camera.GetProjection(left, right, bottom, top, distance, pose.orthographic);
     pose.location = view.camera.GetLocation();
     pose.width = right - left;
+    pose.center = {(left + right) / 2, (bottom + top) / 2};
+    pose.focus = std::abs(distance);
+    // A spin centre behind the eye says nothing about what is seen.
+    pose.depth = std::max(-InAxes(pose.location, view.spinCenter - pose.location.GetPos()).z, pose.focus);
     return pose;
+}
+
+dg::DPoint3D MotionMeter::Pose::ToWorld(const dg::DPoint2D& pixel) const {
+    const double unit = pixels > 0 ? width / pixels : 0;
+    const double spread = Spread(depth);
+    const double x = (center.x + (pixel.x - middle.x) * unit) * spread;
+    const double y = (center.y + (pixel.y - middle.y) * unit) * spread;
+    const dg::DVec3 offset = dg::DVec3(location.GetU()) * x + dg::DVec3(location.GetV()) * y;
+    return location.GetPos() + offset + dg::DVec3(location.GetW()) * -depth;
+}
+
+// Where the anchor is seen now, and how wide the view is there.
+void MotionMeter::FollowAnchor(const Pose& pose) {
+    const dg::DVec3 local = InAxes(pose.location, m_anchor - pose.location.GetPos());
+    const double spread = pose.Spread(-local.z);
+    const double width = pose.width * spread;
+    if (!(width > 0) || !(spread > 0)) {
+        return;  // flown past
+    }
+    const dg::DPoint2D seen{pose.middle.x + (local.x / spread - pose.center.x) * pose.pixels / pose.width,
+                            pose.middle.y + (local.y / spread - pose.center.y) * pose.pixels / pose.width};
+    m_motion.shiftPath += std::hypot(seen.x - m_anchorSeen.x, seen.y - m_anchorSeen.y);
+    m_anchorSeen = seen;
+    const dg::DPoint2D start = m_anchorPixel.value_or(m_first.middle);
+    m_motion.shift = {seen.x - start.x, seen.y - start.y};
+    if (m_motion.lastWidth > 0) {
+        m_motion.zoomPath += std::abs(std::log(width / m_motion.lastWidth));
+    }
+    m_motion.lastWidth = width;
 }
 
 bool MotionMeter::Step(const viewer::ViewSnapshot& next) {
@@ -196,19 +312,21 @@ bool MotionMeter::Step(const viewer::ViewSnapshot& next) {
     const double way = (pose.location.GetPos() - m_last.location.GetPos()).Norm();
     m_motion.turnedDegrees += turn.Norm();
     m_motion.sweptDegrees += turn;
+    m_motion.twistPath += std::abs(turn.z);
     m_motion.eyePath += way;
-    m_progress += turn.Norm() / DegreesPerRadian + (pose.width > 0 ? way / pose.width : 0);
+    const double shifted = m_motion.shiftPath;
+    FollowAnchor(pose);
+    // The eye that turns about something also moves, and so does what the anchor was on: the larger part counts.
+    const double wide = pose.width * pose.Spread(m_first.depth);
+    const double moved = !pose.orthographic && wide > 0 ? way / wide : 0;
+    const double seen = pose.pixels > 0 ? (m_motion.shiftPath - shifted) / pose.pixels : 0;
+    m_progress += std::max({turn.Norm() / DegreesPerRadian, moved, seen});
     if (pose.width > 0 && m_last.width > 0) {
         m_progress += std::abs(std::log(pose.width / m_last.width));
     }
     m_last = pose;
-
-    const dg::DVec3 travel = pose.location.GetPos() - m_first.location.GetPos();
-    const dg::DVec3 shift = InAxes(pose.location, -travel);
     m_motion.netDegrees = TurnDegrees(m_first.location, pose.location);
-    m_motion.eyeTravel = InAxes(m_first.location, travel);
-    m_motion.shift = {shift.x, shift.y};
-    m_motion.lastWidth = pose.width;
+    m_motion.eyeTravel = InAxes(m_first.location, pose.location.GetPos() - m_first.location.GetPos());
     return true;
 }
 
@@ -221,10 +339,25 @@ std::string Describe(const Motion& motion, MotionWords words) {
     return "";  // a value outside the enumeration
 }
 
-bool IsStill(const Motion& motion) {
-    const double smallest = SmallestShare * std::abs(motion.firstWidth);
-    return motion.turnedDegrees < SmallestTurn && motion.eyePath <= smallest &&
-           std::abs(motion.lastWidth - motion.firstWidth) <= smallest;
+std::string NameOfPictureMotion(const Motion& motion) {
+    const PictureMotion worth = WorthOf(motion);
+    std::vector<std::string> names;
+    for (const auto& [part, name] : {std::pair(worth.pan, "pan"), {worth.zoom, "zoom"}, {worth.twist, "twist"}}) {
+        if (part != Worth::Nothing) {
+            names.emplace_back(name);
+        }
+    }
+    std::string text = names.size() == 3 ? "pan, zoom and twist" : Joined(names, " and ");
+    if (!text.empty()) {
+        text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
+    }
+    return text;
+}
+
+double PixelsMoved(const Motion& motion) {
+    const bool isEye = !motion.orthographic && motion.firstWidth > 0;
+    return std::max({TurnPixels(motion, motion.turnedDegrees), motion.shiftPath, motion.zoomPath * EdgePixels(motion),
+                     isEye ? motion.eyePath / motion.firstWidth * motion.pixels : 0});
 }
 
 std::string ShortNumber(double value) {

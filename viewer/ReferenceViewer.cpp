@@ -183,6 +183,7 @@ void ReferenceViewer::Impl::DescribeView(ViewSnapshot& snapshot) const {
     snapshot.kind = viewKind;
     if (shapeView != nullptr) {
         snapshot.camera = shapeView->GetCurrentCamera();
+        shapeView->GetSpinCenter(snapshot.spinCenter);
         snapshot.width = snapshot.camera.GetViewportWidth();
         snapshot.height = snapshot.camera.GetViewportHeight();
         for (const du::SmartPtr<hxk::Markup>& markup : shapeView->GetMarkups()) {

@@ -34,9 +34,10 @@ struct ViewSnapshot {
     std::string kind;  // one of ViewKinds; empty when no view is attached
     unsigned int width = 0;
     unsigned int height = 0;
-    dg::Camera3D camera;     // shape views
-    dg::Location placement;  // 2D views: the centre of the visible area and the axes
-    double orthoWidth = 0;   // 2D views: visible width in model units
+    dg::Camera3D camera;      // shape views
+    dg::DPoint3D spinCenter;  // shape views; world
+    dg::Location placement;   // 2D views: the centre of the visible area and the axes
+    double orthoWidth = 0;    // 2D views: visible width in model units
     std::vector<MarkupLine> markups;
     std::optional<RubberBand> rubberBand;
     std::vector<std::string> selectedParts;

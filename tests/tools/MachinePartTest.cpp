@@ -218,9 +218,21 @@ TEST(Page, EveryKindOfViewShowsSomethingInsideItsPaper) {
     }
 }
 
-TEST(Page, DrawingStatesTheSizesOfThePart) {
+// A rectangle about the page's middle that takes up most of it.
+bool HasFrame(const viewer::Page& page) {
+    const auto isSide = [&](const viewer::PageLine& line, double dg::DPoint2D::*along, double length) {
+        return std::abs(line.from.*along - line.to.*along) > 0.9 * length;
+    };
+    return std::ranges::count_if(page.lines, [&](const viewer::PageLine& line) {
+               return isSide(line, &dg::DPoint2D::x, page.width) || isSide(line, &dg::DPoint2D::y, page.height);
+           }) >= 4;
+}
+
+TEST(Page, DrawingHasAFrameATitleAndTheSizesOfThePart) {
     const dg::DVec3 size = viewer::MakeMachinePart()->GetBounds().GetSize();
     const viewer::Page page = viewer::MakePage("drawingview");
+    EXPECT_TRUE(HasFrame(page) && HasFrame(viewer::MakePage("illustration2dview")));
+    EXPECT_TRUE(std::ranges::any_of(page.texts, [](const viewer::PageText& t) { return t.text == "BEARING BLOCK"; }));
     for (const double length : {size.x, size.y, size.z}) {
         EXPECT_TRUE(std::ranges::any_of(
             page.texts,

@@ -180,9 +180,9 @@ TEST_F(Program, TellsTheStoryUnlessTheTraceTakesItsPlace) {
     const Result story = Run("tap.jsonl --trace t");
     EXPECT_EQ(story.exitCode, 0);
     EXPECT_THAT(story.errors, IsEmpty());
-    EXPECT_EQ(story.output, "tap.jsonl: 5 events in 0.01 s, shapeview 1280 x 800, width 16\n"
+    EXPECT_EQ(story.output, "tap.jsonl: 5 events in 0.01 s, shapeview 1280 x 800 px, width 16 units\n"
                             "  0.00 s            status bar     \"Touch: navigate\"\n"
-                            "  0.00 s - 0.01 s   1 finger       Tap: left click at (640, 400), picked shaft\n");
+                            "  0.00 s - 0.01 s   1 finger       Tap: left click at (640, 400) px, picked shaft\n");
 
     const Result trace = Run("tap.jsonl --trace -");
     EXPECT_EQ(trace.output, Files()["t"]);
@@ -239,20 +239,20 @@ TEST_F(Program, EveryBundledRecordingDoesWhatItsNameSays) {
         {"spin-right", explore, "looked"},
         {"flick", "", "Coasting: turned"},
         {"tap", "", "picked flange"},
-        {"double-tap", "", "left click at (692, 377)"},
+        {"double-tap", "", "left click at (692, 377) px"},
         {"two-finger-tap", " --env HXAPP_TWO_FINGER_TAP_TOUCH_MODE_CHANGE", "switched to select mode"},
-        {"pan", "", "right and 1.43 up"},
-        {"pinch-open", "", "zoomed in: width from 14.9"},
-        {"pinch-open", " --env HXAPP_DONTZOOM", "moved 0.68 along the way, and back\n"},
-        {"pinch-open", " --camera perspective", "the eye moved 5.02 forward"},
-        {"pinch-close", "", "zoomed out: width from 14.9"},
-        {"twist", "", "turned 65.1 degrees counter-clockwise"},
-        {"two-hands", "", "zoomed in: width from 14.9"},
+        {"pan", "", "Pan: moved 198 px right and 123 px up\n"},
+        {"pinch-open", "", "Zoom: zoomed in 1.63 times (width 14.9 to 9.11 units)\n"},
+        {"pinch-open", " --env HXAPP_DONTZOOM", "Pan: moved 1 px left and 1 px down (58 px along the way)\n"},
+        {"pinch-open", " --camera perspective", "Zoom: zoomed in 1."},
+        {"pinch-close", "", "Zoom: zoomed out 1.54 times"},
+        {"twist", "", "Twist: turned 65.1 degrees counter-clockwise"},
+        {"two-hands", "", "4 fingers      Zoom: zoomed in 1.78 times"},
         {"one-hand-flight", explore, "Fly: the eye moved"},
         {"two-hands-flight", explore + " --env HXAPP_TOUCH_TWO_HANDS_EXPLORE", "degrees to the right"},
-        {"drag-2d", " --view drawingview", "2D pan: moved 2.96 right and 2.24 up"},
-        {"pinch-2d", " --view imageview", "zoomed in: width from 16 to 9.49"},
-        {"press-and-hold", "", "right click at (565, 449), context actions of "},
+        {"drag-2d", " --view drawingview", "Pan: moved 237 px right and 179 px up"},
+        {"pinch-2d", " --view imageview", "zoomed in 1.69 times (width 16 to 9.49 units)"},
+        {"press-and-hold", "", "right click at (565, 449) px, context actions of cover"},
         {"three-finger-hold", "", "switched to select mode"},
         {"select-drag", "", "selected flange"},
     };

@@ -9,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <numbers>
 #include <optional>
 #include <string>
@@ -83,6 +84,22 @@ public:
         return *this;
     }
 
+    // Zooms and turns the picture about a view pixel, and shifts it to the right by pixels of a size in units.
+    Script& Manipulate(const dg::DPoint2D& pixel, double zoom, double degrees, double shift, double unit) {
+        const double x = (pixel.x - 80) * unit;
+        const double y = (pixel.y - 50) * unit;
+        const double angle = -degrees * RadiansPerDegree;
+        // What was seen at (x, y) is seen there again.
+        const dg::DVec3 turned{zoom * (x * std::cos(angle) - y * std::sin(angle)),
+                               zoom * (x * std::sin(angle) + y * std::cos(angle)), 0};
+        Orbit(dg::DVec3::Z, -degrees);
+        if (zoom != 1) {
+            view.camera.SetProjection(-8 * zoom, 8 * zoom, -5 * zoom, 5 * zoom, 1, true);
+        }
+        const dg::FVec3 u = view.camera.GetLocation().GetU();
+        return MoveEye(dg::DVec3{x, y, 0} + -turned + dg::DVec3(u) * (-shift * unit));
+    }
+
     Story& Finish() {
         m_story.Finish();
         return m_story;
@@ -121,12 +138,10 @@ TEST(Story, TellsTurnsAsTheyAreSeenOnTheScreen) {
     const Row rows[] = {
         {"the eye goes down", dg::DVec3::X, 10, 3, 0, "turned 30 degrees up"},
         {"aslant", {-1, -1, 0}, 10, 1, 0, "turned 10 degrees to the right and down"},
-        {"there and back", dg::DVec3::Y, -30, 2, 2,
-         "turned 120 degrees along the way, ends 0 degrees from where it began"},
+        {"there and back", dg::DVec3::Y, -30, 2, 2, "turned 120 degrees along the way, ends where it began"},
         {"more than half a turn", dg::DVec3::Y, -30, 10, 0,
          "turned 300 degrees along the way, mostly to the right, ends 60 degrees from where it began"},
         {"half a turn at once", dg::DVec3::Z, 180, 1, 0, "turned 180 degrees"},
-        {"next to nothing", dg::DVec3::Y, 0.01, 2, 0, "did not move the view"},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
@@ -156,6 +171,48 @@ TEST(Story, TellsTurnsOfTheEyeTheOtherWayRound) {
     }
 }
 
+// The middle of two fingers lands on (250, 300) px.
+TEST(Story, NamesWhatSeveralFingersDid) {
+    struct Row {
+        const char* name;
+        double shift;    // to the right, pixels
+        double zoom;     // of the visible width, about the fingers
+        double degrees;  // counter-clockwise, about the fingers
+        bool back;       // half of the way, and back
+        const char* line;
+    };
+    const Row rows[] = {
+        {"less than half a pixel", 0.4, 1, 0, false, " | no gesture"},
+        {"each less than half a pixel", 0.4, 1.005, 0.3, false, " | no gesture"},
+        {"a pixel", 1, 1, 0, false, "Pan | moved 1 px right"},
+        {"zoom about the fingers", 0, 0.5, 0, false, "Zoom | zoomed in 2 times (width 16 to 8 units)"},
+        {"zoom out", 0, 1.25, 0, false, "Zoom | zoomed out 1.25 times (width 16 to 20 units)"},
+        {"twist about the fingers", 0, 1, 30, false, "Twist | turned 30 degrees counter-clockwise"},
+        {"a pixel of pan beside a twist", 1, 1, 30, false, "Twist | turned 30 degrees counter-clockwise"},
+        {"all", 20, 0.8, -30, false,
+         "Pan, zoom and twist | moved 25 px right, zoomed in 1.25 times (width 16 to 12.8 units), turned 30 degrees "
+         "clockwise"},
+        {"there and back", 20, 1, 0, true, "Pan | moved 40 px there and back"},
+    };
+    for (const bool orthographic : {true, false}) {
+        for (const Row& row : rows) {
+            if (!orthographic && row.zoom != 1) {
+                continue;  // a perspective view zooms by travelling
+            }
+            SCOPED_TRACE(std::string(row.name) + (orthographic ? "" : ", perspective"));
+            Script script(MakeView(orthographic));
+            const dg::Camera3D before = script.view.camera;
+            script.Down(2).Manipulate({250, 300}, row.zoom, row.degrees, row.shift, orthographic ? 0.1 : 0.2).Move(2);
+            if (row.back) {
+                script.view.camera = before;
+                script.Move(2);
+            }
+            script.Up(2);
+            EXPECT_THAT(script.Lines(), ElementsAre("2 fingers | " + std::string(row.line)));
+        }
+    }
+}
+
 TEST(Story, DividesATouchWhereFingersJoinAndLeave) {
     struct Row {
         int landingMs;       // from the first finger to the second
@@ -163,11 +220,11 @@ TEST(Story, DividesATouchWhereFingersJoinAndLeave) {
         std::vector<std::string> lines;
     };
     const std::string spin = "1 finger | Spin | ";
-    const std::string pan = "2 fingers | Pan, zoom, twist | moved 2 right";
+    const std::string pan = "2 fingers | Pan | moved 20 px right";
     const Row rows[] = {
         {40, 0, {pan}},  // a hand that lands one finger after the other
         {40, -5, {spin + "turned 5 degrees to the right", pan}},
-        {200, 0, {spin + "did not move the view", pan}},
+        {200, 0, {"1 finger |  | no gesture", pan}},
     };
     for (const Row& row : rows) {
         Script script;
@@ -233,8 +290,7 @@ TEST(Story, DoesNotTakeTheHostsCameraForTheFingersDoing) {
     viewer::ViewChange change;
     change.camera = viewer::CameraSpec();
     script.Host(ViewerEvent{change}).MoveEye({-1, 0, 0}).Move(2).Up(2);
-    EXPECT_THAT(script.Lines(),
-                ElementsAre("host |  | set the camera", "2 fingers | Pan, zoom, twist | moved 1 right"));
+    EXPECT_THAT(script.Lines(), ElementsAre("host |  | set the camera", "2 fingers | Pan | moved 10 px right"));
 }
 
 // A session of many spins, each with steps of one degree.
@@ -260,8 +316,9 @@ TEST(StorySheet, ShowsAFewMomentsOfEachGesture) {
     };
     for (const Row& row :
          {Row{"nothing at all", 0, 0, 2, ""}, Row{"one long gesture", 1, 200, 2 + MostPanelsOfGesture, ""},
-          Row{"a gesture that did nothing", 1, 0, 3, ""},
-          Row{"more than there are panels for", 23, 5, MostPanels, "; the first 22 of 23 gestures"}}) {
+          Row{"a gesture that turned by five degrees", 1, 5, 4, ""}, Row{"a gesture that did nothing", 1, 0, 3, ""},
+          Row{"more than there are panels for", 23, 5, MostPanels,
+              "; of 23 gestures the 22 that did most are shown"}}) {
         SCOPED_TRACE(row.name);
         const Sheet sheet = SheetOf(row.gestures, row.steps);
         EXPECT_EQ(sheet.panels.size(), row.panels);
@@ -273,14 +330,14 @@ TEST(StorySheet, ShowsAFewMomentsOfEachGesture) {
 
 TEST(StorySheet, StepsByWhatIsDoneAndEndsWithTheWhole) {
     const Sheet sheet = SheetOf(1, 70);
-    // The first view, the gesture's eight moments about ten degrees apart, the last view.
-    ASSERT_EQ(sheet.panels.size(), 10U);
-    for (std::size_t i = 1; i < 10; ++i) {
+    // The first view, the gesture's six moments about fourteen degrees apart, the last view.
+    ASSERT_EQ(sheet.panels.size(), 8U);
+    for (std::size_t i = 1; i < 8; ++i) {
         const double turn =
             TurnDegrees(sheet.panels[0].view.camera.GetLocation(), sheet.panels[i].view.camera.GetLocation());
-        EXPECT_NEAR(turn, std::min(10 * (static_cast<double>(i) - 1), 70.0), i < 9 ? 5 : 0.01);
+        EXPECT_NEAR(turn, std::min(14 * (static_cast<double>(i) - 1), 70.0), i < 6 ? 5 : 0.01);
     }
-    EXPECT_EQ(sheet.panels[8].caption, "turned 70 degrees to the right");
+    EXPECT_EQ(sheet.panels[6].caption, "turned 70 degrees to the right");
 }
 
 TEST(StorySheet, DrawsTheWayOfTheFingersUpToTheMoment) {
@@ -292,6 +349,80 @@ TEST(StorySheet, DrawsTheWayOfTheFingersUpToTheMoment) {
     EXPECT_FALSE(last[0].down);
     EXPECT_EQ(last[0].points.size(), 5U);
     EXPECT_TRUE(sheet.panels.back().trails.empty());
+}
+
+TEST(StorySheet, ACardStandsAtTheMomentOfItsEffect) {
+    const viewer::Call rightClick = viewer::SendMessageCall{"MsgMouseRightUp", 3, 4, false};
+    const auto opensMenu = [](Script& script, const std::optional<std::string>& part) {
+        script.view.contextMenu = part;
+    };
+    const auto switches = [](Script& script) { script.navigate = false; };
+    const auto showsStatus = [](Script& script) { script.view.statusText = "Touch: select"; };
+
+    Script hold;
+    hold.Down(1).Tick(400);
+    opensMenu(hold, "cover");
+    hold.Tick(10, {rightClick}).Move(1).Up(1);
+    Script nowhere;
+    nowhere.Down(1).Tick(10, {rightClick}).Up(1);
+    Script threeFingers;
+    threeFingers.Down(3).Tick(400);
+    switches(threeFingers);
+    threeFingers.Tick();
+    showsStatus(threeFingers);
+    threeFingers.Move(3).Tick(400).Up(3);
+    Script tap;
+    tap.Down(2).Tick();
+    switches(tap);
+    tap.Frame(2, viewer::TouchUp, touch::GesturePanZoomRotate, {}, 0);
+    showsStatus(tap);
+    tap.Tick();
+
+    struct Row {
+        Script& script;
+        const char* heading;
+        const char* caption;
+        const char* time;
+        const char* status;
+        bool fingerIsDown;
+    };
+    for (const Row& row :
+         {Row{hold, "Press and hold", "right click at (3, 4) px, context actions of cover", "0.42 s", "", true},
+          Row{nowhere, "Press and hold", "right click at (3, 4) px, no context actions", "0.02 s", "", true},
+          Row{threeFingers, "Three-finger hold", "switched to select mode", "0.43 s", "Touch: select", true},
+          Row{tap, "Two-finger tap", "switched to select mode", "0.03 s", "Touch: select", false}}) {
+        SCOPED_TRACE(row.heading);
+        const Sheet sheet = MakeSheet(row.script.Finish(), "", nullptr);
+        ASSERT_EQ(sheet.panels.size(), 3U);
+        const Panel& panel = sheet.panels[1];
+        EXPECT_EQ(panel.heading, row.heading);
+        EXPECT_EQ(panel.caption, row.caption);
+        EXPECT_EQ(panel.time, row.time);
+        EXPECT_EQ(panel.view.statusText, row.status);
+        EXPECT_EQ(panel.trails.at(0).down, row.fingerIsDown);
+    }
+}
+
+// More touches than a sheet or a story keeps pictures of.
+TEST(StorySheet, ShowsWhatMatteredOfALongRecording) {
+    Script script;
+    const auto rests = [&](int fingers, int times) {
+        for (int i = 0; i < times; ++i) {
+            script.Down(fingers).Tick(100).Up(fingers);
+        }
+    };
+    rests(1, 100);
+    script.Down(1).Orbit(dg::DVec3::Y, -30).Move(1).Up(1);
+    rests(5, 1);
+    rests(1, 100);
+    script.Down(2).MoveEye({0, -1, 0}).Move(2).Up(2);
+    std::vector<std::string> captions;
+    for (const Panel& panel : MakeSheet(script.Finish(), "", nullptr).panels) {
+        captions.push_back(panel.heading + ": " + panel.caption);
+    }
+    EXPECT_LE(std::ranges::count(captions, "1 finger: no gesture"), 2);
+    EXPECT_THAT(captions, ::testing::IsSupersetOf({"Spin: turned 30 degrees to the right", "5 fingers: no gesture",
+                                                   "Pan: moved 10 px up"}));
 }
 
 }  // namespace

@@ -137,13 +137,20 @@ using Storyboard = DrawingFiles;
 
 TEST_F(Storyboard, SvgKeepsItsTextAndEmbedsThePictures) {
     const std::string path = PathOf("story.svg");
-    replay::WriteStoryboard(MakeSheet(2), path);
+    replay::Sheet sheet = MakeSheet(2);
+    sheet.panels[0].caption =
+        "moved 25 px right (58 px along the way), zoomed out 1.42 times (width 14.9 to 21.1 units), "
+        "turned 30 degrees counter-clockwise, band of 357 x 210 px from (467, 511) px, selected flange";
+    sheet.panels[0].trails = {{0, {{80, 50}}, true}, {1, {{90, 50}}, false}};
+    replay::WriteStoryboard(sheet, path);
     const std::string svg = Read(path);
     EXPECT_NE(svg.find("Turning &lt;a&gt; &quot;part&quot; &amp; more"), std::string::npos);
-    for (const char* text : {">two moments<", ">Spin<", ">0.4 s<", ">turned 74 degrees to the right<",
-                             ">Touch: navigate<", "data:image/png;base64,"}) {
+    for (const char* text :
+         {">two moments<", ">Spin<", ">0.4 s<", ">turned 74 degrees to the right<", ">Touch: navigate<",
+          ">finger on the screen<", ">has just lifted<", "selected flange<", "data:image/png;base64,"}) {
         EXPECT_NE(svg.find(text), std::string::npos) << text;
     }
+    EXPECT_EQ(svg.find("\u2026"), std::string::npos) << "a caption is cut";
     EXPECT_EQ(svg.substr(svg.size() - 7), "</svg>\n");
 }
 
@@ -152,6 +159,7 @@ TEST_F(Storyboard, PngShowsThePicturesWithWhatStandsOverThem) {
     replay::Sheet sheet = MakeSheet(3);
     sheet.panels[1].trails = {{1, {{140, 80}}, true}};
     sheet.panels[2].view.rubberBand = viewer::RubberBand{10, 10, 60, 90};
+    sheet.panels[0].trails = {{1, {{80, 50}}, true}, {3, {{70, 50}}, false}};
     const std::string path = PathOf("story.png");
     replay::WriteStoryboard(sheet, path);
     const replay::Image image = ReadPng(path);
@@ -162,6 +170,9 @@ TEST_F(Storyboard, PngShowsThePicturesWithWhatStandsOverThem) {
     };
     EXPECT_EQ(NameOf(pixelOf(2, 90, 50)), "red");
     EXPECT_NE(pixelOf(1, 142, 82), pixelOf(0, 142, 82)) << "the finger";
+    for (const double x : {80, 70}) {
+        EXPECT_EQ(NameOf(pixelOf(0, x - 2, 52)), "pale") << "the ground of a finger's number, on a dark part";
+    }
     EXPECT_NE(pixelOf(2, 20, 80), pixelOf(0, 20, 80)) << "the rubber band";
     EXPECT_EQ(pixelOf(2, 140, 20), pixelOf(0, 140, 20)) << "nothing else";
 }
