@@ -6,6 +6,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <optional>
+#include <utility>
+#include <vector>
 
 namespace replay {
 
@@ -17,20 +21,31 @@ constexpr double ThinnestLine = 0.45;  // sheet units
 // Text is left out when it is too small to be read as text, or when one letter is larger than any picture.
 constexpr double SmallestText = 1.0;
 constexpr double LargestText = 2000;
+// Sheet units a page unit of the symbols that a page is drawn by: about the size of a whole page in a panel.
+constexpr double SymbolScale = 24;
+// A page that is larger, smaller or farther away is drawn shape by shape: the drawing library counts in 24 bits.
+constexpr double MostMagnified = 64;
+constexpr double FarthestSymbol = 30'000;
 // Shapes are cut this far outside the picture, where their borders do not show.
 constexpr double Margin = 50;
 
-// From the page to the sheet.
+// From the page to where it is drawn.
 class PageView {
 public:
+    // As a view shows it.
     PageView(const viewer::ViewSnapshot& view, const PictureRect& rect)
-        : m_placement(view.placement), m_rect(rect), m_scale(rect.width / view.orthoWidth) {}
+        : m_placement(view.placement), m_rect(rect), m_scale(rect.width / view.orthoWidth), m_thinnest(ThinnestLine) {}
+
+    // The whole page in a rectangle, with a thinnest line.
+    PageView(const viewer::Page& page, const PictureRect& rect, double thinnest)
+        : m_rect(rect), m_scale(rect.width / page.width), m_thinnest(thinnest) {}
 
     [[nodiscard]] bool IsValid() const {
         const dg::DPoint2D origin = ToSheet({0, 0});
         return std::isfinite(m_scale) && m_scale > 0 && std::isfinite(origin.x) && std::isfinite(origin.y);
     }
     [[nodiscard]] double GetScale() const { return m_scale; }
+    [[nodiscard]] double GetThinnest() const { return m_thinnest; }
 
     [[nodiscard]] dg::DPoint2D ToSheet(const dg::DPoint2D& page) const {
         const dg::DVec3 offset = dg::DPoint3D(page.x, page.y, 0) - m_placement.GetPos();
@@ -47,6 +62,7 @@ private:
     dg::Location m_placement;
     PictureRect m_rect;
     double m_scale;
+    double m_thinnest;  // line, where this draws
 };
 
 void FillArea(cairo_t* context, const PageView& view, const viewer::Loop& outline, const dg::Color& fill) {
@@ -62,20 +78,32 @@ void FillArea(cairo_t* context, const PageView& view, const viewer::Loop& outlin
     cairo_fill(context);
 }
 
-void DrawPageLine(cairo_t* context, const PageView& view, const viewer::PageLine& line) {
-    const auto clipped = ClipLine(view.ToSheet(line.from), view.ToSheet(line.to), view.GetClip());
-    if (!clipped) {
-        return;
+bool SameStyle(const viewer::PageLine& a, const viewer::PageLine& b) {
+    return a.width == b.width && a.color == b.color && a.dashed == b.dashed;
+}
+
+// Lines of one style, which are one path: in a file that takes a tenth of what it takes line by line.
+void DrawPageLines(cairo_t* context, const PageView& view, const viewer::PageLine* first, const viewer::PageLine* end) {
+    std::optional<dg::DPoint2D> pen;
+    for (const viewer::PageLine* line = first; line != end; ++line) {
+        const auto clipped = ClipLine(view.ToSheet(line->from), view.ToSheet(line->to), view.GetClip());
+        if (!clipped) {
+            continue;
+        }
+        if (!pen || !(*pen == clipped->first)) {
+            cairo_move_to(context, clipped->first.x, clipped->first.y);
+        }
+        cairo_line_to(context, clipped->second.x, clipped->second.y);
+        pen = clipped->second;
     }
     const double dash = 0.12 * view.GetScale();
     // Dashes that are too short to be told apart cost time without end.
-    if (line.dashed && dash > 0.5) {
+    if (first->dashed && dash > 0.5) {
         cairo_set_dash(context, &dash, 1, 0);
     }
-    cairo_set_line_width(context, std::max(line.width * view.GetScale(), ThinnestLine));
-    cairo_move_to(context, clipped->first.x, clipped->first.y);
-    cairo_line_to(context, clipped->second.x, clipped->second.y);
-    SetColor(context, line.color);
+    cairo_set_line_join(context, CAIRO_LINE_JOIN_ROUND);
+    cairo_set_line_width(context, std::max(first->width * view.GetScale(), view.GetThinnest()));
+    SetColor(context, first->color);
     cairo_stroke(context);
     cairo_set_dash(context, nullptr, 0, 0);
 }
@@ -112,31 +140,79 @@ void DrawPageText(cairo_t* context, const PageView& view, const viewer::PageText
     cairo_restore(context);
 }
 
+void DrawContent(cairo_t* context, const viewer::Page& page, const PageView& view) {
+    const viewer::Loop paper =
+        viewer::MakeRectangle(-page.width / 2, -page.height / 2, page.width / 2, page.height / 2);
+    FillArea(context, view, paper, page.paper);
+    for (const viewer::PageArea& area : page.areas) {
+        FillArea(context, view, area.outline, area.fill);
+    }
+    std::vector<viewer::PageLine> lines;
+    for (std::size_t i = 0; i < paper.size(); ++i) {
+        lines.push_back({paper[i], paper[(i + 1) % paper.size()], 0.01, PaperEdge, false});
+    }
+    lines.insert(lines.end(), page.lines.begin(), page.lines.end());
+    const viewer::PageLine* end = lines.data() + lines.size();
+    for (const viewer::PageLine* first = lines.data(); first != end;) {
+        const viewer::PageLine* next =
+            std::find_if(first, end, [&](const viewer::PageLine& line) { return !SameStyle(line, *first); });
+        DrawPageLines(context, view, first, next);
+        first = next;
+    }
+    for (const viewer::PageText& text : page.texts) {
+        DrawPageText(context, view, text);
+    }
+}
+
+PictureRect SymbolRectOf(const viewer::Page& page) {
+    return {0, 0, page.width * SymbolScale, page.height * SymbolScale};
+}
+
 }  // namespace
 
-void DrawPage(cairo_t* context, const viewer::Page& page, const viewer::ViewSnapshot& view, const PictureRect& rect) {
+PageRenderer::PageRenderer(viewer::Page page) : m_page(std::move(page)) {}
+
+// Twice as small a page has lines twice as thick, so that they are seen.
+cairo_surface_t* PageRenderer::SymbolFor(int halvings) {
+    auto& symbol = m_symbols[halvings];
+    if (!symbol) {
+        const PictureRect rect = SymbolRectOf(m_page);
+        // The drawing library's files have symbols in the wrong place that begin elsewhere than at the origin.
+        const cairo_rectangle_t extents{0, 0, rect.width, rect.height};
+        symbol.reset(cairo_recording_surface_create(CAIRO_CONTENT_COLOR_ALPHA, &extents));
+        cairo_t* context = cairo_create(symbol.get());
+        DrawContent(context, m_page, PageView(m_page, rect, ThinnestLine * std::exp2(halvings)));
+        cairo_destroy(context);
+    }
+    return symbol.get();
+}
+
+void PageRenderer::Draw(cairo_t* context, const viewer::ViewSnapshot& view, const PictureRect& rect) {
     cairo_save(context);
     cairo_rectangle(context, rect.x, rect.y, rect.width, rect.height);
     cairo_clip_preserve(context);
     SetColor(context, DeskColor);
     cairo_fill(context);
     const PageView pageView(view, rect);
-    if (pageView.IsValid()) {
-        const viewer::Loop paper =
-            viewer::MakeRectangle(-page.width / 2, -page.height / 2, page.width / 2, page.height / 2);
-        FillArea(context, pageView, paper, page.paper);
-        for (const viewer::PageArea& area : page.areas) {
-            FillArea(context, pageView, area.outline, area.fill);
+    const double magnified = pageView.GetScale() / SymbolScale;
+    const dg::DPoint2D origin = pageView.ToSheet({0, 0});
+    const double reach = std::max(std::abs(origin.x), std::abs(origin.y));
+    if (pageView.IsValid() && magnified < MostMagnified && magnified > 1 / MostMagnified && reach < FarthestSymbol) {
+        const int halvings = std::max(0, static_cast<int>(std::floor(-std::log2(magnified))));
+        const dg::DPoint2D right = pageView.ToSheet({1 / SymbolScale, 0});
+        const dg::DPoint2D down = pageView.ToSheet({0, -1 / SymbolScale});
+        cairo_matrix_t matrix;
+        cairo_matrix_init(&matrix, right.x - origin.x, right.y - origin.y, down.x - origin.x, down.y - origin.y,
+                          origin.x, origin.y);
+        if (std::abs(matrix.xx * matrix.yy - matrix.xy * matrix.yx) > 1e-9) {
+            const PictureRect symbol = SymbolRectOf(m_page);
+            cairo_transform(context, &matrix);
+            cairo_translate(context, -symbol.width / 2, -symbol.height / 2);
+            cairo_set_source_surface(context, SymbolFor(halvings), 0, 0);
+            cairo_paint(context);
         }
-        for (std::size_t i = 0; i < paper.size(); ++i) {
-            DrawPageLine(context, pageView, {paper[i], paper[(i + 1) % paper.size()], 0.01, PaperEdge, false});
-        }
-        for (const viewer::PageLine& line : page.lines) {
-            DrawPageLine(context, pageView, line);
-        }
-        for (const viewer::PageText& text : page.texts) {
-            DrawPageText(context, pageView, text);
-        }
+    } else if (pageView.IsValid()) {
+        DrawContent(context, m_page, pageView);
     }
     cairo_restore(context);
 }

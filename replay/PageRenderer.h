@@ -7,6 +7,9 @@
 
 #include <cairo.h>
 
+#include <map>
+#include <memory>
+
 namespace replay {
 
 // Where a picture stands on a sheet, in sheet units from the upper left corner.
@@ -17,8 +20,26 @@ struct PictureRect {
     double height = 0;
 };
 
-// Draws the page as a view shows it: its visible width fills the rectangle's, and what lies outside is cut off. Only a
-// desk colour for a view that can show nothing, such as one without a width.
-void DrawPage(cairo_t* context, const viewer::Page& page, const viewer::ViewSnapshot& view, const PictureRect& rect);
+// Draws one page as views show it. What several pictures of a sheet have in common, which is nearly all, stands once in
+// the file.
+class PageRenderer {
+public:
+    explicit PageRenderer(viewer::Page page);
+
+    // The visible width fills the rectangle's, and what lies outside is cut off. Only a desk colour for a view that can
+    // show nothing, such as one without a width.
+    void Draw(cairo_t* context, const viewer::ViewSnapshot& view, const PictureRect& rect);
+
+private:
+    struct SurfaceDeleter {
+        void operator()(cairo_surface_t* surface) const noexcept { cairo_surface_destroy(surface); }
+    };
+
+    // The page with lines that can be seen when it is drawn smaller by a power of two.
+    cairo_surface_t* SymbolFor(int halvings);
+
+    viewer::Page m_page;
+    std::map<int, std::unique_ptr<cairo_surface_t, SurfaceDeleter>> m_symbols;
+};
 
 }  // namespace replay

@@ -121,9 +121,9 @@ void PanelPainter::DrawView(SheetCanvas& canvas, const viewer::ViewSnapshot& vie
     }
     auto page = m_pages.find(view.kind);
     if (page == m_pages.end()) {
-        page = m_pages.emplace(view.kind, viewer::MakePage(view.kind)).first;
+        page = m_pages.emplace(view.kind, PageRenderer(viewer::MakePage(view.kind))).first;
     }
-    DrawPage(canvas.GetContext(), page->second, view, rect);
+    page->second.Draw(canvas.GetContext(), view, rect);
 }
 
 void PanelPainter::Draw(SheetCanvas& canvas, const Panel& panel, const PictureRect& box, double footerHeight) {

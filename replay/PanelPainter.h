@@ -30,7 +30,7 @@ private:
     void DrawView(SheetCanvas& canvas, const viewer::ViewSnapshot& view, const PictureRect& rect);
 
     SceneRenderer m_scene;
-    std::map<std::string, viewer::Page> m_pages;  // by kind of view
+    std::map<std::string, PageRenderer> m_pages;  // by kind of view
 };
 
 }  // namespace replay

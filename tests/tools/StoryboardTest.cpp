@@ -13,7 +13,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
+#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -61,7 +63,7 @@ protected:
     // Draws a page into a picture of 160 x 100 pixels.
     [[nodiscard]] replay::Image DrawPage(const viewer::Page& page, const viewer::ViewSnapshot& view) const {
         replay::SheetCanvas canvas(replay::SheetFormat::Png, 160, 100);
-        replay::DrawPage(canvas.GetContext(), page, view, {0, 0, 160, 100});
+        replay::PageRenderer(page).Draw(canvas.GetContext(), view, {0, 0, 160, 100});
         const std::string path = PathOf("page.png");
         std::ofstream(path, std::ios::binary) << canvas.Finish();
         return ReadPng(path);
@@ -152,6 +154,25 @@ TEST_F(Storyboard, SvgKeepsItsTextAndEmbedsThePictures) {
     }
     EXPECT_EQ(svg.find("\u2026"), std::string::npos) << "a caption is cut";
     EXPECT_EQ(svg.substr(svg.size() - 7), "</svg>\n");
+}
+
+TEST_F(Storyboard, SvgHoldsAPageOnce) {
+    replay::Sheet sheet = MakeSheet(8);
+    for (std::size_t i = 0; i < sheet.panels.size(); ++i) {
+        sheet.panels[i].view.kind = "drawingview";
+        sheet.panels[i].view.orthoWidth = 16 - static_cast<double>(i);
+    }
+    replay::WriteStoryboard(sheet, PathOf("story.svg"));
+    replay::WriteStoryboard(sheet, PathOf("story.png"));
+    const std::string svg = Read(PathOf("story.svg"));
+    EXPECT_LT(svg.size(), Read(PathOf("story.png")).size());
+    // The whole page begins at the first panel's corner.
+    double x = 0;
+    double y = 0;
+    const std::size_t use = std::min(svg.find("<use "), svg.size());
+    const std::size_t matrix = std::min(svg.find("matrix(", use), svg.size());
+    EXPECT_EQ(std::sscanf(svg.c_str() + matrix, "matrix(%*f,%*f,%*f,%*f,%lf,%lf)", &x, &y), 2);
+    EXPECT_NEAR(std::hypot(x - 28, y - 104), 0, 0.5);
 }
 
 TEST_F(Storyboard, PngShowsThePicturesWithWhatStandsOverThem) {
