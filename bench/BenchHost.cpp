@@ -48,9 +48,9 @@ void StoredShapeView::SetUp(bool orthographic, const char* navMethod) {
     m_camera.SetLocation(location);
     m_camera.SetViewport(ViewWidth, ViewHeight);
     if (orthographic) {
-        m_camera.SetProjection(-8, 8, -5, 5, 1, true);
+        m_camera.SetProjection(-8, 8, -5, 5, -1, true);
     } else {
-        m_camera.SetProjection(-0.48, 0.48, -0.3, 0.3, 1, false);
+        m_camera.SetProjection(-0.48, 0.48, -0.3, 0.3, -1, false);
     }
     m_navMethod = du::Symbol(navMethod);
 }

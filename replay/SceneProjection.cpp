@@ -26,23 +26,23 @@ std::optional<SceneProjection> SceneProjection::Make(const dg::Camera3D& camera,
     double right = 0;
     double bottom = 0;
     SceneProjection p;
-    camera.GetProjection(p.m_left, right, bottom, p.m_top, p.m_distance, p.m_orthographic);
+    camera.GetProjection(p.m_left, right, bottom, p.m_top, p.m_viewPlane, p.m_orthographic);
     p.m_worldToEye = camera.GetWorldToEye();
     p.m_pixelsPerUnitX = width / (right - p.m_left);
     p.m_pixelsPerUnitY = height / (p.m_top - bottom);
-    p.m_nearZ = -p.m_distance * NearShare;
+    p.m_nearZ = p.m_viewPlane * NearShare;
     const bool hasWindow = std::isfinite(p.m_left) && std::isfinite(right) && right > p.m_left &&
                            std::isfinite(bottom) && std::isfinite(p.m_top) && p.m_top > bottom;
-    const bool hasDistance = p.m_orthographic || (std::isfinite(p.m_distance) && p.m_nearZ < 0);
+    const bool hasViewPlane = p.m_orthographic || (std::isfinite(p.m_viewPlane) && p.m_nearZ < 0);
     const bool hasScale = std::isnormal(p.m_pixelsPerUnitX) && std::isnormal(p.m_pixelsPerUnitY);
-    if (width <= 0 || height <= 0 || !hasWindow || !hasDistance || !hasScale || !IsFinite(p.m_worldToEye)) {
+    if (width <= 0 || height <= 0 || !hasWindow || !hasViewPlane || !hasScale || !IsFinite(p.m_worldToEye)) {
         return std::nullopt;
     }
     return p;
 }
 
 PicturePoint SceneProjection::ToPicture(const dg::DPoint3D& eye) const {
-    const double scale = m_orthographic ? 1.0 : -m_distance / eye.z;
+    const double scale = m_orthographic ? 1.0 : m_viewPlane / eye.z;
     return {(eye.x * scale - m_left) * m_pixelsPerUnitX, (m_top - eye.y * scale) * m_pixelsPerUnitY,
             m_orthographic ? eye.z : scale};
 }

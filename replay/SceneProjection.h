@@ -41,7 +41,7 @@ private:
 
     dg::DMat44 m_worldToEye;
     bool m_orthographic = true;
-    double m_distance = 1;
+    double m_viewPlane = -1;
     double m_nearZ = 0;
     double m_left = 0;
     double m_top = 0;

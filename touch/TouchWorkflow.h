@@ -347,7 +347,7 @@ private:
     double m_projRight = 0;                //
     double m_projBottom = 0;               //
     double m_projTop = 0;                  //
-    double m_viewPlaneDistance = 0;        // of the projection window along the view axis
+    double m_viewPlaneDistance = 0;        // the window's third coordinate in the camera's frame, below zero
     bool m_orthographic = false;           // else perspective
     dg::Location m_cameraLocation;         // world
     double m_viewWidth = 0;                // m_projRight - m_projLeft

@@ -10,14 +10,14 @@ namespace {
 
 struct Projection {
     explicit Projection(const dg::Camera3D& camera) {
-        camera.GetProjection(left, right, bottom, top, distance, orthographic);
+        camera.GetProjection(left, right, bottom, top, viewPlane, orthographic);
     }
 
     double left = 0;
     double right = 0;
     double bottom = 0;
     double top = 0;
-    double distance = 0;
+    double viewPlane = 0;  // third coordinate in the camera's frame, below zero
     bool orthographic = false;
 };
 
@@ -67,7 +67,7 @@ std::optional<Ray> MakeRay(const dg::Camera3D& camera, double x, double y) {
     const Projection p(camera);
     const double planeX = x / camera.GetViewportWidth() * (p.right - p.left) + p.left;
     const double planeY = y / camera.GetViewportHeight() * (p.top - p.bottom) + p.bottom;
-    Ray ray{{0, 0, 0}, {planeX, planeY, -p.distance}};
+    Ray ray{{0, 0, 0}, {planeX, planeY, p.viewPlane}};
     if (p.orthographic) {
         ray = {{planeX, planeY, 0}, {0, 0, -1}};
     }
@@ -85,12 +85,11 @@ std::optional<dg::DPoint2D> ProjectPoint(const dg::Camera3D& camera, const dg::D
     }
     dg::DPoint3D eye = camera.GetWorldToEye().MapPoint(point);
     if (!p.orthographic) {
-        const double depth = -eye.z;
-        if (!(depth > 0)) {
+        if (!(eye.z < 0)) {
             return std::nullopt;
         }
-        eye.x *= p.distance / depth;
-        eye.y *= p.distance / depth;
+        eye.x *= p.viewPlane / eye.z;
+        eye.y *= p.viewPlane / eye.z;
     }
     return dg::DPoint2D((eye.x - p.left) / width * camera.GetViewportWidth(),
                         (eye.y - p.bottom) / height * camera.GetViewportHeight());

@@ -159,6 +159,7 @@ std::optional<bool> ReferenceViewer::Impl::Touch(const TouchFrame& frame) {
     if (HasFingerDown(frame)) {
         picker->CloseContextMenu();
     }
+    transitions.NoteTouch(frame.count);
     const std::optional<bool> answer = dispatch.Deliver(MakeTouchMsg(frame));
     if (!HasFingerLeft(frame)) {
         selector->Finish();

@@ -125,9 +125,18 @@ void TransitionPlayer::Take(const animation::Transition& transition, std::int64_
 }
 
 void TransitionPlayer::Play(const SpinMotion& motion) {
-    if (m_play && motion.view) {
+    const bool afterSeveralFingers =
+        m_severalFingersAt &&
+        dg::WrapSubtract(m_latestTick.value_or(0), *m_severalFingersAt) < NoCoastAfterSeveralFingersMs;
+    if (m_play && motion.view && !afterSeveralFingers) {
         m_motion = motion;
-        m_clockStart.reset();
+        m_clockStart = m_latestTick;
+    }
+}
+
+void TransitionPlayer::NoteTouch(int fingerCount) noexcept {
+    if (fingerCount > 1) {
+        m_severalFingersAt = m_latestTick.value_or(0);
     }
 }
 
@@ -138,6 +147,7 @@ void TransitionPlayer::CameraWasSet(const hxk::ShapeView& view) noexcept {
 }
 
 void TransitionPlayer::Advance(std::int64_t now) {
+    m_latestTick = now;
     if (!m_motion) {
         return;
     }
@@ -148,7 +158,9 @@ void TransitionPlayer::Advance(std::int64_t now) {
     if (elapsed < 0) {
         return;
     }
-    if (elapsed >= m_motion->duration) {
+    // Of twice the duration, and as a double, which has room for that.
+    const double time = static_cast<double>(elapsed) / (2.0 * static_cast<double>(m_motion->duration));
+    if (m_motion->duration <= 0 || time >= 1) {
         m_motion->view->PlaceCamera(m_motion->end);
         Stop();
         return;
@@ -157,8 +169,7 @@ void TransitionPlayer::Advance(std::int64_t now) {
         m_motion->view->PlaceCamera(m_motion->start);
         return;
     }
-    const double share = static_cast<double>(elapsed) / static_cast<double>(m_motion->duration);
-    m_motion->view->PlaceCamera(TurnAboutCenter(*m_motion, share));
+    m_motion->view->PlaceCamera(TurnAboutCenter(*m_motion, time * (2 - time)));
 }
 
 }  // namespace viewer

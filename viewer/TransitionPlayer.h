@@ -13,16 +13,22 @@
 
 namespace viewer {
 
-// A camera's way from one location to another, turning about a centre. Times are host milliseconds, counted from the
-// first tick after the motion was queued.
+// A camera's way from one location to another, turning about a centre: fast at first, ever slower, at rest at the end.
+// Times are host milliseconds, counted from the latest tick before the motion was queued.
 struct SpinMotion {
     du::SmartPtr<ViewerShapeView> view;
     dg::Location start;
     dg::Location end;
     dg::DPoint3D center;  // world
     std::int64_t startDelay = 0;
-    std::int64_t duration = 0;  // 0 or less: over as soon as it starts
+    // Half of what the whole way takes, so that it begins at the speed of an even motion of this duration; 0 or less:
+    // over as soon as it starts.
+    std::int64_t duration = 0;
 };
+
+// After frames with several fingers a camera does not coast for this many host milliseconds, itself no longer one of
+// them: the finger of a pan that lifts last must not throw the model.
+inline constexpr std::int64_t NoCoastAfterSeveralFingersMs = 100;
 
 // The location a share of the way from start to end, 0 to 1: turned about the centre by that share of the shortest
 // rotation between the two frames.
@@ -42,13 +48,16 @@ public:
     // What a transition is to be queued with; one that comes with another value is recorded and not played.
     [[nodiscard]] static constexpr std::int64_t GetContext() noexcept { return 1; }
 
+    // Queues a motion. Nothing happens when playing is switched off, or soon after a frame with several fingers.
     void Play(const SpinMotion& motion);
+    // A touch frame comes in, before anybody sees it.
+    void NoteTouch(int fingerCount) noexcept;
     // Leaves the camera where it is.
     void Stop() noexcept { m_motion.reset(); }
     // Somebody else has set a view's camera: a motion of that view is over.
     void CameraWasSet(const hxk::ShapeView& view) noexcept;
-    // A tick. The first one after queueing starts the clock; the first one at or past the end sets the end location
-    // itself.
+    // A tick. It starts the clock of a motion that was queued before any other; the first one at or past the end sets
+    // the end location itself.
     void Advance(std::int64_t now);
 
     [[nodiscard]] bool IsPlaying() const noexcept { return m_motion.has_value(); }
@@ -62,7 +71,9 @@ private:
     bool m_play;
     du::SmartPtr<Queue> m_queue;
     std::optional<SpinMotion> m_motion;
-    std::optional<std::int64_t> m_clockStart;
+    std::optional<std::int64_t> m_clockStart;  // of the motion
+    std::optional<std::int64_t> m_latestTick;
+    std::optional<std::int64_t> m_severalFingersAt;  // the latest tick when a frame had more than one finger
 };
 
 }  // namespace viewer

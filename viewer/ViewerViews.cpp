@@ -118,9 +118,9 @@ void ViewerShapeView::SetOrthographicWidth(double width, du::SmartPtr<du::RefCou
     double right = 0;
     double bottom = 0;
     double top = 0;
-    double distance = 0;
+    double viewPlane = 0;
     bool orthographic = false;
-    m_camera.GetProjection(left, right, bottom, top, distance, orthographic);
+    m_camera.GetProjection(left, right, bottom, top, viewPlane, orthographic);
     const double oldWidth = right - left;
     if (!orthographic || oldWidth == 0.0) {
         return;
@@ -129,7 +129,7 @@ void ViewerShapeView::SetOrthographicWidth(double width, du::SmartPtr<du::RefCou
     const double centerY = (bottom + top) * 0.5;
     const double halfHeight = (top - bottom) * 0.5 * (width / oldWidth);
     m_camera.SetProjection(centerX - width * 0.5, centerX + width * 0.5, centerY - halfHeight, centerY + halfHeight,
-                           distance, orthographic);
+                           viewPlane, orthographic);
 }
 
 void ViewerShapeView::AddMarkup(const du::SmartPtr<hxk::Markup>& markup) {
@@ -180,7 +180,7 @@ std::vector<du::SmartPtr<hxk::Markup>>::iterator ViewerShapeView::Find(const du:
 
 void ViewerShapeView::SetCamera(const CameraSpec& description) {
     m_camera.SetProjection(description.left, description.right, description.bottom, description.top,
-                           description.distance, description.orthographic);
+                           -description.distance, description.orthographic);
     m_camera.SetLocation(description.location);
 }
 

@@ -18,13 +18,13 @@ public:
         location.SetPos({0, 0, 20});
         m_camera.SetLocation(location);
         m_camera.SetViewport(1280, 800);
-        m_camera.SetProjection(-8, 8, -5, 5, 1, true);
+        m_camera.SetProjection(-8, 8, -5, 5, -1, true);
     }
 
     void GetCamera(dg::Camera3D& camera) const override { camera = m_camera; }
     void SetCameraLocation(const dg::Location& location) override { m_camera.SetLocation(location); }
     void SetOrthographicWidth(double width, du::SmartPtr<du::RefCounted>& change) override {
-        m_camera.SetProjection(-width / 2, width / 2, -width * 0.3125, width * 0.3125, 1, true);
+        m_camera.SetProjection(-width / 2, width / 2, -width * 0.3125, width * 0.3125, -1, true);
         change = nullptr;
     }
     void GetSpinCenter(dg::DPoint3D& center) const override { center = {0, 0, 0}; }

@@ -10,8 +10,8 @@
 namespace dg {
 
 // A placement, a projection window on the view plane and a viewport in pixels. The camera looks along -W of its
-// location, with U to the right and V up. The default looks along -Z from the origin through a window of [-1, 1] at
-// distance 1, orthographically, onto a viewport of 0 x 0 pixels.
+// location, with U to the right and V up. The default looks along -Z from the origin through a window of [-1, 1] one
+// unit away, orthographically, onto a viewport of 0 x 0 pixels.
 class Camera3D {
 public:
     constexpr Camera3D() noexcept = default;
@@ -23,15 +23,16 @@ public:
     // orthonormal. Computed on demand, so that moving a camera costs nothing.
     [[nodiscard]] HOST_API DMat44 GetWorldToEye() const noexcept;
 
-    // Writes the edges of the projection window, in model units on the view plane, the plane's distance from the eye
-    // (positive) and the projection kind (true: orthographic).
-    constexpr void GetProjection(double& left, double& right, double& bottom, double& top, double& viewPlaneDistance,
+    // Writes the edges of the projection window, in model units on the view plane, the plane's third coordinate in the
+    // camera's own frame and the projection kind (true: orthographic). The third coordinate is below zero, because the
+    // camera looks along -W: for a point (u, v) of the window, (u, v, viewPlane) is the eye ray through it.
+    constexpr void GetProjection(double& left, double& right, double& bottom, double& top, double& viewPlane,
                                  bool& orthographic) const noexcept {
         left = m_left;
         right = m_right;
         bottom = m_bottom;
         top = m_top;
-        viewPlaneDistance = m_viewPlaneDistance;
+        viewPlane = m_viewPlane;
         orthographic = m_orthographic;
     }
 
@@ -40,13 +41,13 @@ public:
         m_viewportHeight = height;
     }
     constexpr void SetLocation(const Location& location) noexcept { m_location = location; }
-    constexpr void SetProjection(double left, double right, double bottom, double top, double viewPlaneDistance,
+    constexpr void SetProjection(double left, double right, double bottom, double top, double viewPlane,
                                  bool orthographic) noexcept {
         m_left = left;
         m_right = right;
         m_bottom = bottom;
         m_top = top;
-        m_viewPlaneDistance = viewPlaneDistance;
+        m_viewPlane = viewPlane;
         m_orthographic = orthographic;
     }
 
@@ -59,7 +60,7 @@ private:
     double m_right = 1;
     double m_bottom = -1;
     double m_top = 1;
-    double m_viewPlaneDistance = 1;
+    double m_viewPlane = -1;
     bool m_orthographic = true;
     Location m_location;
 };

@@ -18,24 +18,26 @@ public:
     constexpr FMat33(const FVec3& u, const FVec3& v, const FVec3& w) noexcept
         : m{{u.x, u.y, u.z}, {v.x, v.y, v.z}, {w.x, w.y, w.z}} {}
 
-    // The matrix that turns a row vector by q. q is not normalised first: a q that is no unit quaternion also scales.
+    // The usual matrix of q: times a column vector it turns that by q. q is not normalised first: a q that is no unit
+    // quaternion also scales.
     [[nodiscard]] static constexpr FMat33 Rotation(const Quaternion<float>& q) noexcept {
         FMat33 r;
         r.m[0][0] = 1 - 2 * (q.y * q.y + q.z * q.z);
-        r.m[1][0] = 2 * (q.x * q.y - q.w * q.z);
-        r.m[2][0] = 2 * (q.x * q.z + q.w * q.y);
-        r.m[0][1] = 2 * (q.x * q.y + q.w * q.z);
+        r.m[0][1] = 2 * (q.x * q.y - q.w * q.z);
+        r.m[0][2] = 2 * (q.x * q.z + q.w * q.y);
+        r.m[1][0] = 2 * (q.x * q.y + q.w * q.z);
         r.m[1][1] = 1 - 2 * (q.x * q.x + q.z * q.z);
-        r.m[2][1] = 2 * (q.y * q.z - q.w * q.x);
-        r.m[0][2] = 2 * (q.x * q.z - q.w * q.y);
-        r.m[1][2] = 2 * (q.y * q.z + q.w * q.x);
+        r.m[1][2] = 2 * (q.y * q.z - q.w * q.x);
+        r.m[2][0] = 2 * (q.x * q.z - q.w * q.y);
+        r.m[2][1] = 2 * (q.y * q.z + q.w * q.x);
         r.m[2][2] = 1 - 2 * (q.x * q.x + q.y * q.y);
         return r;
     }
 
     [[nodiscard]] constexpr FVec3 Row(int i) const noexcept { return {m[i][0], m[i][1], m[i][2]}; }
 
-    // The ordinary matrix product. Rotation(q) * orientation turns the frame about its own axes.
+    // The ordinary matrix product. An orientation holds its axes as rows, so Rotation(q) * orientation carries what
+    // stood at the direction d of the camera's frame to the direction d turned by q: content follows the rays.
     friend constexpr FMat33 operator*(const FMat33& a, const FMat33& b) noexcept {
         FMat33 r;
         for (int i = 0; i < 3; ++i) {

@@ -17,12 +17,12 @@ constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double Infinity = std::numeric_limits<double>::infinity();
 constexpr float FloatNaN = std::numeric_limits<float>::quiet_NaN();
 
-void ChangeWindow(FaultyHost& host, double width, double height, double distance) {
-    double left = 0, right = 0, bottom = 0, top = 0, planeDistance = 0;
+void ChangeWindow(FaultyHost& host, double width, double height, double viewPlane) {
+    double left = 0, right = 0, bottom = 0, top = 0, earlier = 0;
     bool orthographic = false;
     dg::Camera3D& camera = host.answers.camera;
-    camera.GetProjection(left, right, bottom, top, planeDistance, orthographic);
-    camera.SetProjection(-width / 2, width / 2, -height / 2, height / 2, distance, orthographic);
+    camera.GetProjection(left, right, bottom, top, earlier, orthographic);
+    camera.SetProjection(-width / 2, width / 2, -height / 2, height / 2, viewPlane, orthographic);
 }
 
 void ChangeAxes(FaultyHost& host, float value) {
@@ -118,7 +118,7 @@ const Fault Faults[] = {
      }},
     {"WindowOfNoSize",
      [](FaultyHost& host) {
-         ChangeWindow(host, 0, 0, 1);
+         ChangeWindow(host, 0, 0, -1);
          host.answers.orthoWidth = 0;
      }},
     {"WindowNotANumber",
@@ -133,7 +133,7 @@ const Fault Faults[] = {
      }},
     {"WindowMirrored",
      [](FaultyHost& host) {
-         ChangeWindow(host, -20, -12, -1);
+         ChangeWindow(host, -20, -12, 1);
          host.answers.orthoWidth = -20;
      }},
     {"ViewPlaneAtTheEye", [](FaultyHost& host) { ChangeWindow(host, 1, 0.6, 0); }},

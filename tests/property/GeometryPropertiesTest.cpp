@@ -78,7 +78,7 @@ TEST_P(GeometryProperties, RotationsAgreeWithRodrigues) {
         const dg::Quaternion<float> q = touch::QuaternionFromAxisAngle(ToVec(axis), angle);
         EXPECT_GE(q.w, 0);
         EXPECT_TRUE(Close(reference::RotatedBy(From(q), v), expected, SingleTolerance));
-        EXPECT_TRUE(Close(reference::RowTimes(v, From(dg::FMat33::Rotation(q))), expected, SingleTolerance));
+        EXPECT_TRUE(Close(reference::RowTimes(expected, From(dg::FMat33::Rotation(q))), v, SingleTolerance));
         const dg::DPoint3D centre{3, -5, 7};
         const dg::DPoint3D turned = dg::DMat44::Rotation(centre, q).MapPoint(centre + ToVec(v));
         EXPECT_TRUE(Close(From(turned - centre), expected, SingleTolerance));

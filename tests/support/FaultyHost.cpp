@@ -282,11 +282,11 @@ HostAnswers::HostAnswers() {
     pageLocation = location;
     camera.SetLocation(location);
     camera.SetViewport(1000, 600);
-    camera.SetProjection(-10, 10, -6, 6, 1, true);
+    camera.SetProjection(-10, 10, -6, 6, -1, true);
 }
 
 void HostAnswers::MakePerspective() {
-    camera.SetProjection(-0.5, 0.5, -0.3, 0.3, 1, false);
+    camera.SetProjection(-0.5, 0.5, -0.3, 0.3, -1, false);
 }
 
 int FaultyHost::s_components = 0;

@@ -281,7 +281,7 @@ void HostileSession::ChangeCamera() {
     location.SetPos({0, 1, m_choices.Chance(95) ? 20 : m_choices.Wild()});
     answers.camera.SetLocation(location);
     const double right = m_choices.Chance(95) ? 1 : m_choices.Wild();
-    answers.camera.SetProjection(-1, right, -0.5, 0.5, 1, orthographic);
+    answers.camera.SetProjection(-1, right, -0.5, 0.5, -1, orthographic);
     answers.navMethod = du::Symbol(m_choices.Chance(40) ? "explore" : "standard");
     answers.pageLocation = location;
     answers.orthoWidth = m_choices.Chance(95) ? 16 : m_choices.Wild();

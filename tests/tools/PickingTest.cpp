@@ -14,7 +14,7 @@ using testing::ElementsAre;
 dg::Camera3D MakeCamera(bool orthographic) {
     dg::Camera3D camera;
     camera.SetViewport(800, 600);
-    camera.SetProjection(-3, 5, -3, 3, 10, orthographic);
+    camera.SetProjection(-3, 5, -3, 3, -10, orthographic);
     dg::Location location;
     location.SetPos({0, 0, 10});
     camera.SetLocation(location);
@@ -121,7 +121,7 @@ TEST(Picking, AViewWithoutPixelsShowsNothing) {
     EXPECT_FALSE(PickPart(camera, model, 0, 0));
     EXPECT_THAT(FindPartsInside(camera, model, {0, 0, 9, 9}), ElementsAre());
     camera.SetViewport(800, 600);
-    camera.SetProjection(1, 1, -3, 3, 1, true);
+    camera.SetProjection(1, 1, -3, 3, -1, true);
     EXPECT_FALSE(ProjectPoint(camera, {0, 0, 0})) << "a window without width";
 }
 

@@ -68,9 +68,9 @@ inline viewer::ViewSnapshot MakeView(const dg::Location& location, bool orthogra
     view.height = 100;
     view.camera.SetViewport(160, 100);
     if (orthographic) {
-        view.camera.SetProjection(-8, 8, -5, 5, 1, true);
+        view.camera.SetProjection(-8, 8, -5, 5, -1, true);
     } else {
-        view.camera.SetProjection(-0.8, 0.8, -0.5, 0.5, 1, false);
+        view.camera.SetProjection(-0.8, 0.8, -0.5, 0.5, -1, false);
     }
     view.camera.SetLocation(location);
     return view;

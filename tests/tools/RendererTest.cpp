@@ -51,7 +51,7 @@ TEST(SceneRenderer, ShowsTheSideOfACubeThatFacesTheCamera) {
 TEST(SceneRenderer, PatchesCoverTheirPixelsInAnyWindow) {
     const replay::SceneRenderer renderer(MakeModel({MakePatch({5, 0, 0}, 1, Red)}));
     viewer::ViewSnapshot view = MakeView(At(0, 0, 20));
-    view.camera.SetProjection(-4, 12, -2, 8, 1, true);
+    view.camera.SetProjection(-4, 12, -2, 8, -1, true);
     const replay::Image image = renderer.Render(view, 160, 100);
     // From 8 to 10 units right of the window's left border and from 7 to 9 below its upper one, of 10 pixels each.
     for (const auto& [x, name] : {std::pair{79, "pale"}, {80, "red"}, {99, "red"}, {100, "pale"}}) {
@@ -134,7 +134,7 @@ TEST(SceneRenderer, MarkupsStandInFrontAtAFixedShareOfTheView) {
     const replay::SceneRenderer renderer(MakeModel({MakePatch({0, 0, 5}, 4, Yellow)}));
     for (const double zoom : {1.0, 4.0}) {
         viewer::ViewSnapshot view = MakeView(At(1, 0, 20));
-        view.camera.SetProjection(-8 * zoom, 8 * zoom, -5 * zoom, 5 * zoom, 1, true);
+        view.camera.SetProjection(-8 * zoom, 8 * zoom, -5 * zoom, 5 * zoom, -1, true);
         view.markups = {{{1, 0, 0}, {2, 0, 0}, 0.3, 0.5, Blue}, {{1, 0, 0}, {0, 2, 0}, 0.3, 0, Red}};
         const replay::Image image = renderer.Render(view, 160, 100);
         // One unit is 12 % of the height: 12 pixels, whatever the zoom.
@@ -156,11 +156,11 @@ TEST(SceneRenderer, ADegenerateViewIsAnEmptyPicture) {
 
     viewer::ViewSnapshot broken = good;
     broken.markups = {{{0, 0, 0}, {1, 0, 0}, 0.1, 0.1, Red}};
-    for (const auto& [left, distance, eye] :
-         {std::array{8.0, 1.0, 10.0}, {NaN, 1.0, 10.0}, {-8.0, 0.0, 10.0}, {-8.0, 1.0, Infinity}}) {
-        broken.camera.SetProjection(left, 8, -5, 5, distance, false);
+    for (const auto& [left, viewPlane, eye] :
+         {std::array{8.0, -1.0, 10.0}, {NaN, -1.0, 10.0}, {-8.0, 0.0, 10.0}, {-8.0, -1.0, Infinity}}) {
+        broken.camera.SetProjection(left, 8, -5, 5, viewPlane, false);
         broken.camera.SetLocation(At(0, 0, eye));
-        EXPECT_EQ(renderer.Render(broken, 40, 30).pixels, empty.pixels) << left << " " << distance << " " << eye;
+        EXPECT_EQ(renderer.Render(broken, 40, 30).pixels, empty.pixels) << left << " " << viewPlane << " " << eye;
     }
 
     good.markups = {{{NaN, 0, 0}, {1, 0, 0}, 0.1, 0.1, Red},
@@ -171,7 +171,7 @@ TEST(SceneRenderer, ADegenerateViewIsAnEmptyPicture) {
     good.camera.SetLocation({{0, 0, 0}, {0, 0, 0}, {0, 0, 0}, {0, 0, 0}});
     EXPECT_EQ(renderer.Render(good, 40, 30).pixels.size(), 1200U);
     good.camera.SetLocation(At(0, 0, 0));
-    good.camera.SetProjection(-1e-300, 1e-300, -1e-300, 1e-300, 1e-3, false);
+    good.camera.SetProjection(-1e-300, 1e-300, -1e-300, 1e-300, -1e-3, false);
     EXPECT_EQ(renderer.Render(good, 40, 30).pixels.size(), 1200U);
     EXPECT_TRUE(renderer.Render(good, 0, 30).pixels.empty());
     EXPECT_TRUE(renderer.Render(good, 40, -1).pixels.empty());

@@ -51,29 +51,31 @@ protected:
     du::SmartPtr<ViewerShapeView> view = services.OpenShapeView({});
 };
 
-TEST_F(Coasting, TurnsLinearlyInTimeFromTheFirstTickOn) {
+TEST_F(Coasting, StartsAtTheSpeedOfTheReleaseSlowsDownAndEndsAtRest) {
     struct Row {
         const char* name;
         std::int64_t delay;
         std::int64_t duration;
-        std::int64_t elapsed;  // after the first tick
+        std::int64_t elapsed;  // after the tick before it was queued
         double share;
         bool playing;
     };
     const Row rows[] = {
-        {"just before the end", 0, 100, 99, 0.99, true},
-        {"at the end", 0, 100, 100, 1, false},
+        {"at first as fast as an even motion of the duration", 0, 100, 2, 0.0199, true},
+        {"half of the time", 0, 100, 100, 0.75, true},
+        {"just before the end", 0, 100, 199, 0.999975, true},
+        {"at the end", 0, 100, 200, 1, false},
         {"a tick before the first", 0, 100, -10, 0, true},
         {"in the delay", 40, 100, 39, 0, true},
-        {"half-way behind the delay", 40, 100, 90, 0.5, true},
+        {"half of the time behind the delay", 40, 100, 140, 0.75, true},
         {"a delay that has long passed", -1000, 100, 0, 1, false},
     };
     const SpinMotion whole = MakeMotion(0.8, 0, 0);
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         view->PlaceCamera(LookDownZ());
-        player.Play(MakeMotion(0.8, row.delay, row.duration));
         player.Advance(5000);
+        player.Play(MakeMotion(0.8, row.delay, row.duration));
         player.Advance(5000 + row.elapsed);
         EXPECT_EQ(player.IsPlaying(), row.playing);
         if (row.share == 1) {
@@ -130,8 +132,8 @@ TEST_F(Coasting, WhoeverSetsTheCameraEndsTheMotion) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         view->PlaceCamera(LookDownZ());
-        player.Play(MakeMotion(1, 0, 100));
         player.Advance(0);
+        player.Play(MakeMotion(1, 0, 100));
         player.Advance(50);
         row.action();
         EXPECT_EQ(player.IsPlaying(), row.playing);
@@ -147,11 +149,31 @@ TEST_F(Coasting, ANewMotionReplacesTheOneThatPlaysAndHasItsOwnClock) {
     player.Advance(1090);
     const SpinMotion second = MakeMotion(-1, 0, 100);
     player.Play(second);
-    player.Advance(1200);
+    player.Advance(1090);
     EXPECT_EQ(GetLocation(), second.start);
+    EXPECT_TRUE(player.IsPlaying());
     Services still(BoundsAnswer::NextTick, false);
     still.transitions.Play(second);
     EXPECT_FALSE(still.transitions.IsPlaying()) << "playing is switched off";
+}
+
+TEST_F(Coasting, DoesNotFollowSoonAfterSeveralFingers) {
+    struct Row {
+        const char* name;
+        int fingers;
+        std::int64_t later;  // the latest tick after that of the frame
+        bool playing;
+    };
+    for (const Row& row : {Row{"several fingers a moment ago", 2, 99, false}, Row{"long enough ago", 2, 100, true},
+                           Row{"one finger", 1, 0, true}}) {
+        Services fresh;
+        fresh.transitions.Advance(700);
+        fresh.transitions.NoteTouch(row.fingers);
+        fresh.transitions.NoteTouch(1);
+        fresh.transitions.Advance(700 + row.later);
+        fresh.transitions.Play(MakeMotion(1, 0, 100));
+        EXPECT_EQ(fresh.transitions.IsPlaying(), row.playing) << row.name;
+    }
 }
 
 TEST_F(Coasting, TakesExtremeTimesAndBrokenLocations) {
@@ -167,9 +189,9 @@ TEST_F(Coasting, TakesExtremeTimesAndBrokenLocations) {
     SpinMotion broken = MakeMotion(1, 0, 100);
     constexpr float NaN = std::numeric_limits<float>::quiet_NaN();
     broken.end.SetMat({{NaN, 0, 0}, {0, 1, 0}, {0, 0, 1}});
-    player.Play(broken);
-    player.Advance(0);
     player.Advance(100);
+    player.Play(broken);
+    player.Advance(300);
     EXPECT_FALSE(player.IsPlaying());
     EXPECT_EQ(GetLocation().GetPos(), broken.end.GetPos());
 }

@@ -11,9 +11,9 @@ using testing::ElementsAre;
 
 std::array<double, 4> GetWindow(const dg::Camera3D& camera) {
     std::array<double, 4> window{};
-    double distance = 0;
+    double viewPlane = 0;
     bool orthographic = false;
-    camera.GetProjection(window[0], window[1], window[2], window[3], distance, orthographic);
+    camera.GetProjection(window[0], window[1], window[2], window[3], viewPlane, orthographic);
     return window;
 }
 

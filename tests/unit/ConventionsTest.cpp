@@ -57,9 +57,9 @@ TEST(Conventions, TheProductConstructorLetsTheFirstMatrixActFirst) {
     EXPECT_EQ(Of(DMat44(Turn, Shift).MapDirection({10, 20, 30})), (Three{30, 10, 20}));
 }
 
-TEST(Conventions, RotationTimesOrientationTurnsTheFrameAboutItsOwnAxes) {
+TEST(Conventions, RotationTimesOrientationCarriesWhatIsSeenAlong) {
     EXPECT_EQ(Of(FMat33::Rotation(ThirdTurn) * Placed.GetMat()),
-              (std::array<Three, 3>{{{-1, 0, 0}, {0, 0, 1}, {0, 1, 0}}}));
+              (std::array<Three, 3>{{{0, 0, 1}, {0, 1, 0}, {-1, 0, 0}}}));
     EXPECT_EQ(Of(Counting * Cycle), (std::array<Three, 3>{{{3, 1, 2}, {6, 4, 5}, {10, 7, 8}}}));
 }
 
@@ -84,7 +84,7 @@ TEST(Conventions, RotationsAreRightHanded) {
     for (const auto& row : rows) {
         EXPECT_THAT(Of(row.matrix.MapDirection(row.from)), Near(row.to, Tolerance)) << row.name;
     }
-    EXPECT_EQ(Of(FMat33::Rotation({0, 0, 1, 1})), (std::array<Three, 3>{{{-1, 2, 0}, {-2, -1, 0}, {0, 0, 1}}}));
+    EXPECT_EQ(Of(FMat33::Rotation({0, 0, 1, 1})), (std::array<Three, 3>{{{-1, -2, 0}, {2, -1, 0}, {0, 0, 1}}}));
 }
 
 TEST(Conventions, SanitizeKeepsUAndTurnsVAndRebuildsW) {
