@@ -165,6 +165,9 @@ void GestureTracker::KeepMoment(Open& open, double time, const viewer::ViewSnaps
         const double size = std::hypot(static_cast<double>(band.x1) - band.x0, static_cast<double>(band.y1) - band.y0);
         open.bandProgress = std::max(open.bandProgress, size / view.width);
     }
+    if (!m_window.Holds(time)) {
+        return;
+    }
     open.latest = Moment{m_frame, time, view, open.gesture.motion, open.GetProgress(), ""};
     std::vector<Moment>& moments = open.gesture.moments;
     if ((m_frame - open.gesture.firstFrame) % open.stride != 0) {
@@ -183,7 +186,7 @@ void GestureTracker::KeepMoment(Open& open, double time, const viewer::ViewSnaps
 void GestureTracker::AddEffect(const std::string& text, double time, const viewer::ViewSnapshot& view) {
     Open& open = m_open.back();
     open.gesture.actions.push_back(text);
-    if (open.gesture.effects.size() < MostEffects) {
+    if (open.gesture.effects.size() < MostEffects && m_window.Holds(time)) {
         open.gesture.effects.push_back({m_frame, time, view, open.gesture.motion, open.GetProgress(), text});
     }
 }
@@ -206,8 +209,9 @@ std::vector<Gesture> GestureTracker::EndTouch() {
     const auto paths = std::make_shared<const std::vector<FingerPath>>(std::exchange(m_paths, {}));
     std::vector<Gesture> gestures;
     for (Open& open : m_open) {
-        if (open.latest && open.gesture.moments.back().frame != open.latest->frame) {
-            open.gesture.moments.push_back(std::move(*open.latest));
+        std::vector<Moment>& moments = open.gesture.moments;
+        if (open.latest && (moments.empty() || moments.back().frame != open.latest->frame)) {
+            moments.push_back(std::move(*open.latest));
         }
         open.gesture.paths = paths;
         gestures.push_back(std::move(open.gesture));

@@ -12,6 +12,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -23,6 +24,14 @@ namespace replay {
 struct PathPoint {
     std::size_t frame = 0;
     dg::DPoint2D at;
+};
+
+// Seconds; the limits count.
+struct TimeWindow {
+    double from = -std::numeric_limits<double>::infinity();
+    double to = std::numeric_limits<double>::infinity();
+
+    [[nodiscard]] bool Holds(double time) const { return time >= from && time <= to; }
 };
 
 struct FingerPath {
@@ -61,6 +70,9 @@ struct Gesture {
 
 class GestureTracker {
 public:
+    // Moments outside the window are not kept.
+    explicit GestureTracker(const TimeWindow& window) : m_window(window) {}
+
     // Takes in an event that is a touch frame, with the view before and after it. Answers the gestures of the touch
     // that ended because this frame begins another.
     std::vector<Gesture> Enter(const Observation& observation, const viewer::TouchFrame& frame, double time,
@@ -97,6 +109,7 @@ private:
     void FollowFingers(const viewer::TouchFrame& frame);
     void KeepMoment(Open& open, double time, const viewer::ViewSnapshot& view);
 
+    TimeWindow m_window;
     std::vector<Open> m_open;  // the gestures of the touch under way; the last one is still going on
     std::vector<FingerPath> m_paths;
     std::size_t m_frame = 0;  // the latest of the touch

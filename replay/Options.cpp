@@ -95,6 +95,9 @@ public:
                 m_options.recordingOptions.push_back(option->get_name());
             }
         }
+        if (!(m_options.window.from < m_options.window.to)) {
+            throw UsageError("--from: expected a time before that of --to");
+        }
         CheckOutputs(m_options);
         return m_options;
     }
@@ -110,6 +113,10 @@ private:
             ->type_name("FILE");
         m_app.add_option("--storyboard", m_options.storyboardPath, "Draw what happened, as .svg or .png")
             ->type_name("FILE");
+        m_app.add_option("--from", m_options.window.from, "Tell and draw what happens from this time on")
+            ->type_name("SECONDS");
+        m_app.add_option("--to", m_options.window.to, "Tell and draw what happens up to this time")
+            ->type_name("SECONDS");
         m_app.add_option("--write-session", m_options.sessionPath, "Write the session that is replayed")
             ->type_name("FILE");
     }

@@ -1,6 +1,7 @@
 // The command line of the replay program.
 #pragma once
 
+#include "replay/GestureTracker.h"
 #include "replay/RecordingSession.h"
 
 #include <optional>
@@ -30,6 +31,8 @@ struct Options {
     std::optional<std::string> sessionPath;  // the outputs that are wanted
     std::optional<std::string> tracePath;    // "-" is standard output
     std::optional<std::string> storyboardPath;
+
+    TimeWindow window;  // of the story and the storyboard
 
     [[nodiscard]] bool IsTraceOnStandardOutput() const { return tracePath == "-"; }
 };

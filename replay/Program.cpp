@@ -12,6 +12,7 @@
 #include "replay/SessionWriter.h"
 #include "replay/Story.h"
 #include "replay/StorySheet.h"
+#include "replay/StoryWriter.h"
 #include "replay/TraceWriter.h"
 #include "viewer/MachinePart.h"
 
@@ -138,7 +139,7 @@ void Replay(const Options& options, const ProgramSetup& setup) {
     }
     std::optional<Story> story;
     if (!options.IsTraceOnStandardOutput() || options.storyboardPath) {
-        story.emplace(session.view, player.GetViewer().TakeSnapshot());
+        story.emplace(session.view, player.GetViewer().TakeSnapshot(), options.window);
     }
     {
         std::optional<ProgressBar> bar;

@@ -123,8 +123,15 @@ std::string NameOf(touch::GestureType type, MotionWords words, const Motion& mot
 
 }  // namespace
 
-Story::Story(const std::optional<viewer::ViewSpec>& view, const viewer::ViewSnapshot& first)
-    : m_first(first), m_last(first), m_navMethod(view ? view->navMethod : std::string()) {}
+Story::Story(const std::optional<viewer::ViewSpec>& view, const viewer::ViewSnapshot& first, const TimeWindow& window)
+    : m_window(window),
+      m_first(first),
+      m_end(first),
+      m_last(first),
+      m_tracker(window),
+      m_navMethod(view ? view->navMethod : std::string()) {
+    m_isWindow = std::isfinite(window.from) || std::isfinite(window.to);
+}
 
 void Story::Observe(const Observation& observation, const viewer::ViewSnapshot& after) {
     ++m_eventCount;
@@ -136,13 +143,30 @@ void Story::Observe(const Observation& observation, const viewer::ViewSnapshot& 
     FollowMouse(observation);
     FollowModeAndStatus(observation, after);
     AddGestures(m_tracker.Leave(m_now));
+    FollowWindow(after);
     m_last = after;
+}
+
+// An event without a time of its own belongs to the one before.
+void Story::FollowWindow(const viewer::ViewSnapshot& after) {
+    if (m_now < m_window.from) {
+        m_first = after;
+    }
+    if (m_now <= m_window.to) {
+        m_end = after;
+        m_endTime = m_now;
+    }
 }
 
 void Story::Finish() {
     AddGestures(m_tracker.EndTouch());
     EndCoasting("the session ends before it moves");
     EndMouseRun();
+    m_startTime = std::max(0.0, std::min(m_window.from, m_now));
+    m_items.erase(
+        std::remove_if(m_items.begin(), m_items.end(),
+                       [&](const StoryItem& item) { return item.to < m_window.from || item.from > m_window.to; }),
+        m_items.end());
     std::stable_sort(m_items.begin(), m_items.end(),
                      [](const StoryItem& a, const StoryItem& b) { return a.from < b.from; });
 }
@@ -227,7 +251,9 @@ void Story::EndCoasting(const char* unmovedReason) {
         const bool whole = std::abs(motion.netDegrees - coasting.plannedDegrees) < 0.5;
         item.text = Describe(motion, MotionWords::Model) + (whole ? "" : ", of " + planned);
         item.isGesture = true;
-        item.moments.push_back({0, coasting.to, m_last, motion, coasting.meter.GetProgress(), ""});
+        if (m_window.Holds(coasting.to)) {
+            item.moments.push_back({0, coasting.to, m_last, motion, coasting.meter.GetProgress(), ""});
+        }
         AddDrawable(std::move(item));
         return;
     }
@@ -394,6 +420,7 @@ StoryItem Story::ItemOf(Gesture gesture) const {
         item.what = gesture.name.empty() ? NameOf(gesture.type, item.words, gesture.motion) : std::move(gesture.name);
     }
     item.firstFrame = gesture.firstFrame;
+    item.isCut = gesture.to > m_window.to;
     item.moments = std::move(gesture.moments);
     item.effects = std::move(gesture.effects);
     item.paths = std::move(gesture.paths);
@@ -432,42 +459,6 @@ std::string SecondsText(double seconds) {
     std::array<char, 32> text{};
     std::snprintf(text.data(), text.size(), std::abs(seconds) < 1e9 ? "%.2f s" : "%.3g s", seconds);
     return text.data();
-}
-
-std::string SummaryOf(const Story& story) {
-    const viewer::ViewSnapshot& view = story.GetFirstView();
-    std::string text = std::to_string(story.GetEventCount()) + (story.GetEventCount() == 1 ? " event" : " events") +
-                       " in " + SecondsText(story.GetEndTime());
-    if (view.kind.empty()) {
-        return text + ", no view";
-    }
-    text += ", " + view.kind;
-    if (view.kind == "other") {
-        return text;
-    }
-    text += " " + std::to_string(view.width) + " x " + std::to_string(view.height) + " px";
-    const Motion still = MotionMeter(view).GetMotion();
-    if (!still.orthographic) {
-        return text + ", perspective";
-    }
-    return text + ", width " + ShortNumber(still.firstWidth) + " units";
-}
-
-void WriteStory(const Story& story, const std::string& title, std::ostream& output) {
-    constexpr std::size_t TimeColumns = 20;
-    constexpr std::size_t WhoColumns = 15;
-    output << title << ": " << SummaryOf(story) << '\n';
-    for (const StoryItem& item : story.GetItems()) {
-        std::string line = SecondsText(item.from);
-        line.insert(0, line.size() < 8 ? 8 - line.size() : 0, ' ');
-        if (item.to > item.from) {
-            line += " - " + SecondsText(item.to);
-        }
-        line.resize(std::max(line.size() + 1, TimeColumns), ' ');
-        line += item.who;
-        line.resize(std::max(line.size() + 1, TimeColumns + WhoColumns), ' ');
-        output << line << item.what << (item.what.empty() ? "" : ": ") << item.text << '\n';
-    }
 }
 
 }  // namespace replay

@@ -11,7 +11,6 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -25,6 +24,7 @@ struct StoryItem {
     std::string what;        // "Spin", "Tap"; may be empty
     std::string text;        // "turned 74 degrees to the right"
     bool drawable = false;   // a touch, or a view that goes on moving
+    bool isCut = false;      // its end is outside the window
     bool isGesture = false;  // something came of it: the view moved, a click was sent, ...
     int fingers = 0;
 
@@ -45,22 +45,27 @@ struct StoryItem {
 // A turn is told as the angle between the first and the last view of the gesture, in the direction in which the model
 // was seen to go. When the way there was clearly longer, because the finger went to and fro or round a curve, the sum
 // of all steps is told first and then how far from the beginning the model ends.
+//
+// A window leaves out what lies wholly outside it, and the pictures outside it. What reaches into it is told whole.
 class Story {
 public:
     // The view that is attached before the first event, as it was asked for and as it shows itself.
-    Story(const std::optional<viewer::ViewSpec>& view, const viewer::ViewSnapshot& first);
+    Story(const std::optional<viewer::ViewSpec>& view, const viewer::ViewSnapshot& first,
+          const TimeWindow& window = {});
 
     // Takes in an event and what the view shows after it.
     void Observe(const Observation& observation, const viewer::ViewSnapshot& after);
     // Ends what is still going on. To be called once, after the last event.
     void Finish();
 
-    // After Finish, by the time at which they begin.
+    // After Finish, by the time at which they begin. The first and the last view are those of the window.
     [[nodiscard]] const std::vector<StoryItem>& GetItems() const noexcept { return m_items; }
     [[nodiscard]] const viewer::ViewSnapshot& GetFirstView() const noexcept { return m_first; }
-    [[nodiscard]] const viewer::ViewSnapshot& GetLastView() const noexcept { return m_last; }
-    [[nodiscard]] double GetStartTime() const noexcept { return m_start; }
-    [[nodiscard]] double GetEndTime() const noexcept { return m_now; }
+    [[nodiscard]] const viewer::ViewSnapshot& GetLastView() const noexcept { return m_end; }
+    [[nodiscard]] double GetStartTime() const noexcept { return m_startTime; }
+    [[nodiscard]] double GetEndTime() const noexcept { return m_endTime; }
+    [[nodiscard]] double GetLength() const noexcept { return m_now; }  // of the whole replay, seconds
+    [[nodiscard]] bool IsWindow() const noexcept { return m_isWindow; }
     [[nodiscard]] std::size_t GetEventCount() const noexcept { return m_eventCount; }
 
 private:
@@ -81,6 +86,7 @@ private:
     };
 
     void AdvanceClock(const Event& event);
+    void FollowWindow(const viewer::ViewSnapshot& after);
     void FollowTouch(const Observation& observation, const viewer::ViewSnapshot& after);
     void FollowCalls(const Observation& observation, const viewer::ViewSnapshot& after);
     void FollowCoasting(const Observation& observation, const viewer::ViewSnapshot& after);
@@ -101,8 +107,11 @@ private:
     [[nodiscard]] StoryItem ItemOf(Gesture gesture) const;
     [[nodiscard]] MotionWords WordsFor(touch::GestureType type, const Motion& motion) const;
 
-    viewer::ViewSnapshot m_first;
-    viewer::ViewSnapshot m_last;
+    TimeWindow m_window;
+    bool m_isWindow = false;
+    viewer::ViewSnapshot m_first;  // at the beginning of the window
+    viewer::ViewSnapshot m_end;    // at its end
+    viewer::ViewSnapshot m_last;   // at the latest event
     GestureTracker m_tracker;
     std::vector<StoryItem> m_items;
     std::optional<Coasting> m_coasting;
@@ -111,18 +120,13 @@ private:
     std::optional<std::int32_t> m_firstTouchTime;
     std::string m_navMethod;
     bool m_navigate = true;
-    double m_start = 0;
+    double m_startTime = 0;
+    double m_endTime = 0;
     double m_now = 0;
     std::size_t m_eventCount = 0;
     std::optional<double> m_switchedAt;  // until the status bar tells of it
     std::vector<std::size_t> m_drawn;    // the items with moments so far
 };
-
-// Writes a heading and the lines, in columns.
-void WriteStory(const Story& story, const std::string& title, std::ostream& output);
-
-// The heading's second part, as "412 events in 2.25 s, shapeview 1280 x 800 px, width 16 units".
-[[nodiscard]] std::string SummaryOf(const Story& story);
 
 // As "2 fingers".
 [[nodiscard]] std::string FingersText(int fingers);

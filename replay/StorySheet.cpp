@@ -1,5 +1,7 @@
 #include "replay/StorySheet.h"
 
+#include "replay/StoryWriter.h"
+
 #include <algorithm>
 #include <numeric>
 #include <utility>
@@ -126,7 +128,7 @@ std::vector<Trail> TrailsAt(const StoryItem& item, std::size_t frame) {
 }
 
 std::string CaptionOf(const StoryItem& item, const Moment& moment, bool isLast) {
-    if (isLast) {
+    if (isLast && !item.isCut) {
         return item.text;
     }
     if (!moment.effect.empty()) {

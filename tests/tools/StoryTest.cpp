@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <numbers>
 #include <optional>
 #include <string>
@@ -31,8 +32,9 @@ viewer::ViewSnapshot MakeView(bool orthographic) {
 // Plays the part of the viewer and the component.
 class Script {
 public:
-    explicit Script(viewer::ViewSnapshot first = MakeView(true), const viewer::ViewSpec& description = {})
-        : view(std::move(first)), m_story(description, view) {
+    explicit Script(viewer::ViewSnapshot first = MakeView(true), const viewer::ViewSpec& description = {},
+                    const TimeWindow& window = {})
+        : view(std::move(first)), m_story(description, view, window) {
         Tick();
     }
 
@@ -423,6 +425,46 @@ TEST(StorySheet, ShowsWhatMatteredOfALongRecording) {
     EXPECT_LE(std::ranges::count(captions, "1 finger: no gesture"), 2);
     EXPECT_THAT(captions, ::testing::IsSupersetOf({"Spin: turned 30 degrees to the right", "5 fingers: no gesture",
                                                    "Pan: moved 10 px up"}));
+}
+
+// A spin of one degree every 20 ms from 0.01 s on, lifted at 0.22 s; another one from 1.23 s on.
+TEST(StorySheet, AWindowShowsWhatHappensInIt) {
+    struct Row {
+        TimeWindow window;
+        std::size_t lines;
+        double firstTurn;  // degrees, of the first picture and of the last
+        double lastTurn;
+        const char* caption;  // of the last card but one
+    };
+    constexpr double endless = std::numeric_limits<double>::infinity();
+    const Row rows[] = {
+        {{-endless, endless}, 2, 0, 20, "turned 10 degrees to the right"},
+        {{0.8, endless}, 1, 10, 20, "turned 10 degrees to the right"},
+        {{0, 0.12}, 1, 0, 5, "turned 5 degrees to the right"},
+        {{0.12, 1.3}, 2, 5, 13, "turned 3 degrees to the right"},
+        {{0.5, 0.6}, 0, 10, 10, ""},
+        {{5, 6}, 0, 20, 20, ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.window.from);
+        Script script(MakeView(true), {}, row.window);
+        for (int spin = 0; spin < 2; ++spin) {
+            script.Down(1);
+            for (int step = 0; step < 10; ++step) {
+                script.Tick().Orbit(dg::DVec3::Y, -1).Move(1);
+            }
+            script.Up(1).Tick(1000);
+        }
+        const Story& story = script.Finish();
+        const Sheet sheet = MakeSheet(story, "", nullptr);
+        const auto turnOf = [&](const Panel& panel) {
+            return TurnDegrees(MakeView(true).camera.GetLocation(), panel.view.camera.GetLocation());
+        };
+        EXPECT_EQ(story.GetItems().size(), row.lines);
+        EXPECT_NEAR(turnOf(sheet.panels.front()), row.firstTurn, 0.01);
+        EXPECT_NEAR(turnOf(sheet.panels.back()), row.lastTurn, 0.01);
+        EXPECT_EQ(sheet.panels[sheet.panels.size() - 2].caption, row.caption);
+    }
 }
 
 }  // namespace
