@@ -27,19 +27,23 @@ bool TouchWorkflow::ProcessTap() {
     const int y = finger->currentY;
     m_tapClickPending = true;
     m_gesture = GestureTap;
-    if (!GetPreselectGuard()) {
-        SendMouseMsg(workflow::ConstStrings::MsgClickLeft, x, y);
-        return true;
-    }
+    const bool guarded = GetPreselectGuard();
     try {
-        SendPickerPreselect(0);
-        SendMouseMsg(workflow::ConstStrings::MsgMouseMove, x, y);
+        if (guarded) {
+            SendPickerPreselect(0);
+            SendMouseMsg(workflow::ConstStrings::MsgMouseMove, x, y);
+        }
         SendMouseMsg(workflow::ConstStrings::MsgClickLeft, x, y);
     } catch (...) {
-        SendPickerPreselect(1);  // or the picker would not preselect until the next tap
+        if (guarded) {
+            SendPickerPreselect(1);  // or the picker would not preselect until the next tap
+        }
         throw;
     }
-    SendPickerPreselect(1);
+    // Asked anew: the click may have changed it.
+    if (GetPreselectGuard()) {
+        SendPickerPreselect(1);
+    }
     return true;
 }
 

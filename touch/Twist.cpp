@@ -26,8 +26,8 @@ bool TouchWorkflow::ProcessRotation() {
     center *= location;
     location = location * dg::DMat44::Rotation(center, turn);
     location.Sanitize();
-    m_lastGestureAngle = m_gestureAngle;
     ApplyGestureCamera(location);
+    m_lastGestureAngle = m_gestureAngle;
     return true;
 }
 

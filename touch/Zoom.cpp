@@ -62,8 +62,8 @@ bool TouchWorkflow::ZoomPerspective() {
     const dg::DVec3 ray = GetCameraU() * center.x + GetCameraV() * center.y - GetCameraW();
     dg::Location location = m_cameraLocation;
     location.SetPos(location.GetPos() + ray * travel);
-    m_lastZoomSpan = m_gestureSpan;
     ApplyGestureCamera(location);
+    m_lastZoomSpan = m_gestureSpan;
     return true;
 }
 

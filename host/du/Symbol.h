@@ -21,13 +21,22 @@ public:
     // The text; valid until the process ends.
     [[nodiscard]] const std::string& GetString() const noexcept { return *m_text; }
 
-    friend bool operator==(const Symbol& a, const Symbol& b) noexcept { return a.m_text == b.m_text; }
-    friend bool operator==(const Symbol& a, const char* b) noexcept {
-        return b != nullptr && std::string_view(*a.m_text) == b;
-    }
-
 private:
     const std::string* m_text;  // in the process-wide table, never null
 };
+
+// Whether two names are the same; a null text equals no name.
+[[nodiscard]] inline bool operator==(const Symbol& a, const Symbol& b) noexcept {
+    return &a.GetString() == &b.GetString();
+}
+[[nodiscard]] inline bool operator==(const Symbol& a, const char* b) noexcept {
+    return b != nullptr && std::string_view(a.GetString()) == b;
+}
+[[nodiscard]] inline bool operator!=(const Symbol& a, const Symbol& b) noexcept {
+    return !(a == b);
+}
+[[nodiscard]] inline bool operator!=(const Symbol& a, const char* b) noexcept {
+    return !(a == b);
+}
 
 }  // namespace du

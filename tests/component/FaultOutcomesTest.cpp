@@ -52,13 +52,24 @@ TEST_F(FaultOutcomes, WithoutAManagerTheViewMovesAndNothingIsSentQueuedOrAsked) 
     EXPECT_TRUE(State().GetModelBounds().IsEmpty());
 }
 
+// The picker is asked to preselect again by the answer that the guard gives when the click is over.
+TEST_F(FaultOutcomes, AClickThatLowersThePreselectGuardLeavesThePickerAsItIs) {
+    host.Component()->SetPreselectGuard(true);
+    host.On(
+        HostCall::SendMessage, [this] { host.Component()->SetPreselectGuard(false); }, 1);
+    PlayTap(host);
+    EXPECT_EQ(host.messages.back(), "MsgClickLeft 400 300");
+}
+
 TEST_F(FaultOutcomes, WithoutASceneASpinCoastsAndWithoutAQueueItStops) {
-    host.answers.hasScene = false;
-    PlaySpin(host);
-    ASSERT_NE(host.transition, nullptr);
-    EXPECT_EQ(host.transition->scene, nullptr);
-    EXPECT_EQ(host.transition->kind, animation::CameraSpinTransition::Kind);
-    host.transition = nullptr;
+    for (const bool hasScene : {true, false}) {
+        host.answers.hasScene = hasScene;
+        PlaySpin(host);
+        ASSERT_NE(host.transition, nullptr);
+        EXPECT_EQ(host.transition->scene != nullptr, hasScene);
+        EXPECT_EQ(host.transition->kind, animation::CameraSpinTransition::Kind);
+        host.transition = nullptr;
+    }
     host.answers.hasTransitionQueue = false;
     PlaySpin(host);
     EXPECT_EQ(host.transition, nullptr);

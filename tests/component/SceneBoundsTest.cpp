@@ -1,6 +1,7 @@
 // The request for the model's box, and every way in which it can end.
 #include "host/workflow/ConstStrings.h"
 #include "tests/support/FingerScript.h"
+#include "touch/TouchGetBoundsEvent.h"
 
 #include <gtest/gtest.h>
 
@@ -61,6 +62,7 @@ TEST(SceneBounds, ANewRequestCancelsTheOneThatWaits) {
     s.Down({{1, 350, 300}, {2, 650, 300}});
     const touch::TouchGetBoundsEvent* first = s.Inspect().GetBoundsEvent();
     ASSERT_NE(first, nullptr);
+    EXPECT_EQ(first->GetClassName(), "touch::TouchGetBoundsEvent");
     const int references = s.Component().GetReferenceCount();
     s.Mark().Move({{1, 300, 300}, {2, 700, 300}});
     s.ExpectActions({"Cancel", "ManageObject accepted", "GetBoundingBox all visible", "SetCameraLocation"});

@@ -95,6 +95,8 @@ TEST(Trackballs, TheCentreWeightedAngleFallsWithTheDistanceOfTheNewPoint) {
         EXPECT_THAT(Of(weighted), Near(Four{0, std::sin(half), 0, std::cos(half)}, 3e-7)) << row.name;
         EXPECT_EQ(Step(MakeBall(Trackball::Plain, row.gain), row.x0, 0, row.x1, 0), plain) << row.name;
     }
+    // Whether a point is on the rim is up to its rounded direction, which is a little short of 1 here.
+    EXPECT_NE(Step(MakeBall(Trackball::CenterWeighted, 2), 0.5, 0, 0.1, 1.2), Step(MakeBall(), 0.5, 0, 0.1, 1.2));
 }
 
 TEST(Trackballs, ACentreWeightedStepBelowSinglePrecisionIsTheIdentity) {
