@@ -1,7 +1,7 @@
 // The edge of the component: nothing is thrown to the host, and no object dies while it works.
 #pragma once
 
-#include "host/du/SmartPtr.h"
+#include "host/du/RefCounted.h"
 
 #include <utility>
 
@@ -18,11 +18,30 @@ bool Guarded(Operation&& operation) noexcept {
     }
 }
 
-// The same for an operation of an object, which is held meanwhile: a host that is called back may drop its last
-// reference. An object that nobody holds yet is not ours to destroy.
-template <class Object, class Operation>
-bool Guarded(Object& object, Operation&& operation) noexcept {
-    const du::SmartPtr<Object> held(object.GetReferenceCount() > 0 ? &object : nullptr);
+// Holds an object during one of its own operations: a host that is called back may drop its last reference. An object
+// that nobody held before is not ours to destroy.
+class Held {
+public:
+    explicit Held(const du::RefCounted& object) noexcept : m_object(object), m_before(object.GetReferenceCount()) {
+        m_object.AddReference(nullptr);
+    }
+    ~Held() {
+        if (m_object.RemoveReference(nullptr) == 0 && m_before > 0) {
+            m_object.EndLastReference();
+        }
+    }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+
+private:
+    const du::RefCounted& m_object;
+    int m_before;
+};
+
+// The same for an operation of an object, which is held meanwhile.
+template <class Operation>
+bool Guarded(const du::RefCounted& object, Operation&& operation) noexcept {
+    const Held held(object);
     return Guarded(std::forward<Operation>(operation));
 }
 

@@ -80,7 +80,7 @@ void TouchWorkflow::GetHandsProperties() {
 }
 
 bool TouchWorkflow::GetExploreEnabled() const {
-    return m_frameShapeView->GetNavMethod() == ExploreMethod;
+    return m_frameShapeView.Get() != nullptr && m_frameShapeView->GetNavMethod() == ExploreMethod;
 }
 
 dg::DVec2 TouchWorkflow::GetExploreFlyDelta() {

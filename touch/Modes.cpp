@@ -30,12 +30,13 @@ bool TouchWorkflow::OnMsgMode(const du::Symbol& workflowName, const du::Symbol& 
 
 void TouchWorkflow::SetView(const du::SmartPtr<hxk::View>& view) {
     Guarded(*this, [&] {
-        SimpleWorkflow::SetView(view);
-        if (!view) {
+        const du::SmartPtr<hxk::View> held = view;  // the caller's pointer may change while its view is asked
+        SimpleWorkflow::SetView(held);
+        if (!held) {
             return false;
         }
         du::SmartPtr<hxk::Preferences> preferences;
-        view->GetDefaultPreferences(preferences);
+        held->GetDefaultPreferences(preferences);
         if (preferences) {
             ApplyPreferences(preferences);
         }

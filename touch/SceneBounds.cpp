@@ -2,10 +2,10 @@
 // previous box stays in use. Decides what counts as an answer: every one that comes, a failed one as an empty box.
 //
 // Who keeps whom alive: while a request is in flight the workflow holds the request and the request holds the workflow.
-// Receiving the answer, or replacing the request by a newer one that is answered, ends that circle. A host that drops
-// the workflow while a request is waiting must therefore end the request too: complete it, with any status. A request
-// that was cancelled or replaced is let go by the workflow at once and holds it only for as long as the host holds the
-// request. Tested by tests/component/SceneBoundsTest.cpp.
+// Receiving the answer ends that circle, and so does cancelling the request, whether the host does it or a newer
+// request takes its place. A host that drops the workflow while a request is waiting must therefore end the request
+// too. One that was cancelled holds the workflow only for as long as the host holds the request. Tested by
+// tests/component/SceneBoundsTest.cpp.
 #include "host/dp/HXTracer.h"
 #include "touch/Boundary.h"
 #include "touch/TouchGetBoundsEvent.h"
@@ -14,8 +14,11 @@
 namespace touch {
 
 void TouchWorkflow::RequestBounds() {
+    if (m_frameShapeView.Get() == nullptr) {
+        return;
+    }
     if (const du::SmartPtr<TouchGetBoundsEvent> earlier = m_boundsEvent) {
-        earlier->Withdraw();
+        earlier->Cancel();
     }
     // Held here too: the host may answer, and so end the request, before it returns.
     const du::SmartPtr<TouchGetBoundsEvent> request(new TouchGetBoundsEvent(du::SmartPtr<TouchWorkflow>(this)));

@@ -23,16 +23,21 @@ void TouchWorkflow::SampleSpinVelocity(std::int64_t elapsed) {
 }
 
 void TouchWorkflow::StartSpinAnimation() {
-    workflow::WorkflowManagerCore* manager = GetManagerCore();
-    if (manager == nullptr) {
+    if (GetManagerCore() == nullptr) {
         return;
     }
     dg::Camera3D camera;
     m_frameShapeView->GetCamera(camera);
     du::SmartPtr<hxk::Scene> scene;
     m_frameShapeView->GetScene(scene);
-    manager->StopTransition();
-    const std::int64_t context = manager->GetTransitionContext(0);
+    // Each call may take the manager away, and the host then destroys it.
+    if (workflow::WorkflowManagerCore* manager = GetManagerCore()) {
+        manager->StopTransition();
+    }
+    std::int64_t context = 0;
+    if (workflow::WorkflowManagerCore* manager = GetManagerCore()) {
+        context = manager->GetTransitionContext(0);
+    }
     const dg::Location start = camera.GetLocation();
     RotateVectorByLocation(m_spinVelocity, start);
     dg::Location end = start * dg::DMat44::Rotation(m_spinCenter, m_spinVelocity);
@@ -47,7 +52,9 @@ void TouchWorkflow::StartSpinAnimation() {
     spin->end = end;
     spin->spinCenter = m_spinCenter;
     du::SmartPtr<workflow::TransitionQueue> queue;
-    manager->GetTransitionQueue(queue);
+    if (workflow::WorkflowManagerCore* manager = GetManagerCore()) {
+        manager->GetTransitionQueue(queue);
+    }
     if (queue) {
         queue->AddTransition(spin, context);
     }

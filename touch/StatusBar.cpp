@@ -13,18 +13,14 @@ constexpr int StatusSlot = 1;
 }  // namespace
 
 bool TouchWorkflow::OnMsgUpdateStatusBar() {
+    if (!m_touchSeen) {
+        return false;
+    }
     return Guarded(*this, [&] {
-        if (!m_touchSeen) {
-            return false;
-        }
-        ShowTouchMode();
+        SetStatusBarMessage();
+        UpdateStatusMessage();
         return true;
     });
-}
-
-void TouchWorkflow::ShowTouchMode() {
-    SetStatusBarMessage();
-    UpdateStatusMessage();
 }
 
 void TouchWorkflow::SetStatusBarMessage() {

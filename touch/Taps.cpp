@@ -75,7 +75,7 @@ bool TouchWorkflow::ProcessTwoFingerTap() {
 }
 
 bool TouchWorkflow::IsModeSwitchable() const {
-    const du::SmartPtr<hxk::View>& view = GetView();
+    const du::SmartPtr<hxk::View> view = GetView();  // held: a view that is asked may detach itself
     return !view || !(view->IsATypeOf(hxk::DrawingView::CLASS_TYPE) || view->IsATypeOf(hxk::ImageView::CLASS_TYPE));
 }
 

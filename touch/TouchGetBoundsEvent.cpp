@@ -32,13 +32,13 @@ void TouchGetBoundsEvent::OnComplete(int status) {
     });
 }
 
-void TouchGetBoundsEvent::Withdraw() {
-    // Held here: the one that waits may have the last reference, and the host lets it go on Cancel.
-    const du::SmartPtr<TouchGetBoundsEvent> held(this);
+// The one that waits may have the last reference, and the host lets it go when it hears of it.
+void TouchGetBoundsEvent::Cancel() {
+    const Held held(*this);
     if (m_workflow && m_workflow->m_boundsEvent == this) {
         m_workflow->m_boundsEvent = nullptr;
     }
-    Cancel();
+    BoundingBoxEvent::Cancel();
 }
 
 RequestInFlight::RequestInFlight(const RequestInFlight& other)

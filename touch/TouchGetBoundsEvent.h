@@ -20,9 +20,9 @@ public:
     du::Symbol GetClassName() const override;
     // Status 0: the workflow receives the computed box; anything else: an empty one.
     void OnComplete(int status) override;
-    // Cancels the request for a workflow that asks anew. It may be the request of another one, which has shared it:
-    // that one stops waiting too. The two would otherwise hold each other for good.
-    void Withdraw();
+    // Ends the request for the workflow that asked, too: the two would otherwise hold each other for good. Called by
+    // the host, and by a workflow that asks anew, which may have shared the request of another one.
+    void Cancel() override;
 
 private:
     du::SmartPtr<TouchWorkflow> m_workflow;

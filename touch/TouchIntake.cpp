@@ -17,19 +17,19 @@ bool IsView2D(const hxk::View& view) {
            view.IsATypeOfId(hxk::EcadPcbViewId) || view.IsATypeOfId(hxk::SchematicFigureViewId);
 }
 
-// Makes `latest` the view of this frame; false, with `latest` as it was, when the view is of another class. On most
-// frames it is the same view as before, which needs no run-time test.
+// Makes `latest` the view of this frame and answers it; null, with `latest` as it was, when the view is of another
+// class. On most frames it is the same view as before, which needs no run-time test. The going of the view before it
+// can set `latest` once more: the answer is what the frame is for.
 template <class Kind>
-bool FollowView(du::SmartPtr<Kind>& latest, const du::SmartPtr<hxk::View>& view) {
+Kind* FollowView(du::SmartPtr<Kind>& latest, const du::SmartPtr<hxk::View>& view) {
     if (latest.Get() == view.Get()) {
-        return true;
+        return latest.Get();
     }
     auto* kind = dynamic_cast<Kind*>(view.Get());
-    if (kind == nullptr) {
-        return false;
+    if (kind != nullptr) {
+        latest = kind;
     }
-    latest = kind;
-    return true;
+    return kind;
 }
 
 }  // namespace
@@ -53,18 +53,15 @@ bool TouchWorkflow::OnMsgTouch(int /*reserved*/, int count, int id0, int x0, int
     return Guarded(*this, [&] {
         m_touchSeen = true;
         // A status bar that fails stops no gesture.
-        Guarded([&] {
-            ShowTouchMode();
-            return true;
-        });
+        Guarded([&] { return OnMsgUpdateStatusBar(); });
         const du::SmartPtr<hxk::View> view = GetView();
-        const FrameKind kind = ClassifyFrame(view);
-        if (kind == FrameKind::None || kind == FrameKind::Other) {
-            return kind == FrameKind::Other;
+        const FrameTarget target = FindFrameTarget(view);
+        const bool isShape = target.shape != nullptr;
+        if (!isShape && target.page == nullptr) {
+            return target.isUnknown;
         }
-        const bool isShape = kind == FrameKind::Shape;
-        const FrameView<hxk::ShapeView>::Scope shapeScope(m_frameShapeView, isShape ? m_shapeView.Get() : nullptr);
-        const FrameView<hxk::View2D>::Scope pageScope(m_frameView2D, isShape ? nullptr : m_view2D.Get());
+        const FrameView<hxk::ShapeView>::Scope shapeScope(m_frameShapeView, target.shape);
+        const FrameView<hxk::View2D>::Scope pageScope(m_frameView2D, target.page);
         du::SmartPtr<hxk::Scene> scene;  // held until the frame is processed
         if (isShape) {
             view->GetScene(scene);
@@ -82,17 +79,17 @@ bool TouchWorkflow::OnMsgTouch(int /*reserved*/, int count, int id0, int x0, int
     });
 }
 
-TouchWorkflow::FrameKind TouchWorkflow::ClassifyFrame(const du::SmartPtr<hxk::View>& view) {
+TouchWorkflow::FrameTarget TouchWorkflow::FindFrameTarget(const du::SmartPtr<hxk::View>& view) {
     if (!view) {
-        return FrameKind::None;
+        return {};
     }
     if (view->IsATypeOf(hxk::ShapeView::CLASS_TYPE)) {
-        return FollowView(m_shapeView, view) ? FrameKind::Shape : FrameKind::None;
+        return {.shape = FollowView(m_shapeView, view)};
     }
     if (IsView2D(*view)) {
-        return FollowView(m_view2D, view) ? FrameKind::Page : FrameKind::None;
+        return {.page = FollowView(m_view2D, view)};
     }
-    return FrameKind::Other;
+    return {.isUnknown = true};
 }
 
 inline void TouchWorkflow::SaveFingersStatus(int count, int id0, int x0, int y0, int time0, int flags0, int id1, int x1,

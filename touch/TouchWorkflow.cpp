@@ -7,8 +7,12 @@
 #include "host/platform/Display.h"
 #include "host/platform/Environment.h"
 #include "host/workflow/ConstStrings.h"
+#include "touch/Boundary.h"
 #include "touch/SpinCenterMarkup.h"
 #include "touch/TouchGetBoundsEvent.h"
+
+#include <tuple>
+#include <utility>
 
 namespace touch {
 
@@ -48,7 +52,22 @@ TouchWorkflow::TouchWorkflow(const du::Symbol& name) : SimpleWorkflow(name) {
 
 TouchWorkflow::TouchWorkflow(const TouchWorkflow& other) = default;
 
-TouchWorkflow& TouchWorkflow::operator=(const TouchWorkflow& other) = default;
+// What is released may call back as it goes, so it goes last, when everything has been taken over.
+TouchWorkflow& TouchWorkflow::operator=(const TouchWorkflow& other) {
+    if (this == &other) {
+        return *this;
+    }
+    Guarded(*this, [&] {
+        const std::tuple released(GetView(), m_shapeView, m_view2D, m_spinCenterMarkup,
+                                  du::SmartPtr<TouchGetBoundsEvent>(m_boundsEvent));
+        TouchWorkflow copy(other);
+        *this = std::move(copy);
+        return true;
+    });
+    return *this;
+}
+
+TouchWorkflow& TouchWorkflow::operator=(TouchWorkflow&& copy) noexcept = default;
 
 TouchWorkflow::~TouchWorkflow() = default;
 

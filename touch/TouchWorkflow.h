@@ -51,6 +51,7 @@ public:
     // screen's resolution, which are never read again.
     explicit TouchWorkflow(const du::Symbol& name);
     // A copy shares the markup, the views and the bounds request, and has finger lists of its own. Nothing is re-read.
+    // Without memory for the lists a copy throws std::bad_alloc, and an assignment changes nothing.
     TouchWorkflow(const TouchWorkflow& other);
     TouchWorkflow& operator=(const TouchWorkflow& other);
     // Releases what it shares. A markup stays in its view and a pending bounds request stays pending.
@@ -139,27 +140,30 @@ private:
     friend class TouchGetBoundsEvent;
     friend class WorkflowInspector;
 
-    enum class FrameKind : std::uint8_t {
-        None,   // no view, or not of the class that it says
-        Other,  // a view that touch does not navigate
-        Shape,
-        Page,
+    // What a frame is for; one of them at most, and none for a missing view or one that is not of the class that it
+    // says.
+    struct FrameTarget {
+        hxk::ShapeView* shape = nullptr;
+        hxk::View2D* page = nullptr;
+        bool isUnknown = false;  // a view that touch does not navigate
     };
 
-    // TouchWorkflow.cpp: reads the screen's pixels per inch.
+    // TouchWorkflow.cpp
+    // Takes over a copy, member by member.
+    TouchWorkflow& operator=(TouchWorkflow&& copy) noexcept;
+    // Reads the screen's pixels per inch.
     void GetPPI();
 
     // Modes.cpp: shows or hides the spin-centre markup as the preference says; without the key nothing changes.
     void ApplyPreferences(const du::SmartPtr<hxk::Preferences>& preferences);
 
     // StatusBar.cpp
-    void ShowTouchMode();
     // Sends a mouse message, which is delivered before this returns, to this workflow too.
     void SendMouseMsg(du::Symbol type, int x, int y);
 
     // TouchIntake.cpp
-    // What a frame for the view means, with the view taken as the latest of its kind.
-    FrameKind ClassifyFrame(const du::SmartPtr<hxk::View>& view);
+    // What a frame for the view is for, with the view taken as the latest of its kind. The caller holds the view.
+    FrameTarget FindFrameTarget(const du::SmartPtr<hxk::View>& view);
     // Stores a frame's fingers in the slots. A single finger going down starts from a clean table. Every record stays
     // where the host has put it: only those with a finger are looked at.
     void SaveFingersStatus(int count, int id0, int x0, int y0, int time0, int flags0, int id1, int x1, int y1,

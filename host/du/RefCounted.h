@@ -12,7 +12,7 @@ class HOST_API RefCounted {
 public:
     virtual ~RefCounted();
     // Asked when the count has dropped to zero: true lets the object be destroyed, false keeps it alive, with the
-    // reference that was added for the question left in place. The default is true.
+    // reference that was added for the question left in place, and so does an exception. The default is true.
     virtual bool ZeroReferenceCountHook() const;
 
     // Adds a reference held by the smart pointer (or local) at the given address; answers the new count.
@@ -20,6 +20,10 @@ public:
     int AddReference(void* /*holder*/) const noexcept { return ++m_references; }
     // Removes a reference; answers the new count, 0 when the last one went.
     int RemoveReference(void* /*holder*/) const noexcept { return --m_references; }
+
+    // What follows the removal of the last reference, as SmartPtr.h says: adds it again for the question, and destroys
+    // the object when that is answered with true and nobody has taken the object meanwhile.
+    void EndLastReference() const noexcept;
 
     // The number of references, for inspection.
     [[nodiscard]] int GetReferenceCount() const noexcept { return m_references; }

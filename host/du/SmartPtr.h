@@ -13,12 +13,8 @@ namespace du {
 // object agrees. The exact protocol: remove; at zero add again and ask ZeroReferenceCountHook; if that answers true
 // and a second removal reaches zero, destroy. A null object is nothing to do.
 inline void ReleaseReference(const RefCounted* object, void* holder) {
-    if (object == nullptr || object->RemoveReference(holder) != 0) {
-        return;
-    }
-    object->AddReference(holder);
-    if (object->ZeroReferenceCountHook() && object->RemoveReference(holder) == 0) {
-        delete object;
+    if (object != nullptr && object->RemoveReference(holder) == 0) {
+        object->EndLastReference();
     }
 }
 

@@ -12,7 +12,8 @@ namespace workflow {
 // A message without arguments, and the base of the others. Messages live on the sender's stack and are not kept.
 class Msg {
 public:
-    // What a message carries; a handler is only called with a message that carries its arguments.
+    // What a message carries; a handler is only called with a message that carries its arguments. Only the classes
+    // below say that they carry something, so that what is read is there.
     enum class Content { None, Mouse, Touch, Timer, Mode };
 
     explicit Msg(const du::Symbol& type) noexcept : Msg(type, Content::None) {}
@@ -20,10 +21,14 @@ public:
     [[nodiscard]] const du::Symbol& GetType() const noexcept { return m_type; }
     [[nodiscard]] Content GetContent() const noexcept { return m_content; }
 
-protected:
+private:
+    friend class MouseMsg;
+    friend class TouchMsg;
+    friend class TimerMsg;
+    friend class ModeMsg;
+
     Msg(const du::Symbol& type, Content content) noexcept : m_type(type), m_content(content) {}
 
-private:
     du::Symbol m_type;
     Content m_content;
 };

@@ -47,6 +47,8 @@ SimpleWorkflow::SimpleWorkflow(const SimpleWorkflow&) = default;
 
 SimpleWorkflow& SimpleWorkflow::operator=(const SimpleWorkflow&) = default;
 
+SimpleWorkflow& SimpleWorkflow::operator=(SimpleWorkflow&&) noexcept = default;
+
 SimpleWorkflow::~SimpleWorkflow() = default;
 
 // A message that does not carry the arguments of its type's handler is not for this workflow.

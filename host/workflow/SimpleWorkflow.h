@@ -94,6 +94,7 @@ protected:
     explicit SimpleWorkflow(const du::Symbol& name);
     SimpleWorkflow(const SimpleWorkflow&);
     SimpleWorkflow& operator=(const SimpleWorkflow&);
+    SimpleWorkflow& operator=(SimpleWorkflow&&) noexcept;
 
 private:
     struct HandledType {

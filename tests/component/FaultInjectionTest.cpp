@@ -212,11 +212,11 @@ TEST_P(ThrowingCalls, EndInTheComponent) {
     EXPECT_EQ(FaultyHost::CountComponents(), 0);
 }
 
-// All but what is asked only while a component is made.
+// All but what is asked only while a component is made, and a destructor, which may not throw.
 std::vector<HostCall> GestureCalls() {
     std::vector<HostCall> calls;
     for (std::size_t i = 0; i < HostCallCount; ++i) {
-        if (static_cast<HostCall>(i) != HostCall::IsPresent) {
+        if (static_cast<HostCall>(i) != HostCall::IsPresent && static_cast<HostCall>(i) != HostCall::ViewGoes) {
             calls.push_back(static_cast<HostCall>(i));
         }
     }

@@ -130,6 +130,11 @@ TEST_F(FaultOutcomes, ARequestThatIsNeverAnsweredIsWithdrawnByTheNext) {
     EXPECT_EQ(host.CountWaitingRequests(), 1U);
     host.AnswerRequests();
     EXPECT_EQ(State().GetModelBounds(), host.answers.box) << "late is not too late";
+    PlayPinch(host);
+    host.CancelRequests();
+    EXPECT_EQ(State().GetBoundsEvent(), nullptr) << "the host may withdraw it as well";
+    host.Drop();
+    EXPECT_EQ(FaultyHost::CountComponents(), 0);
 }
 
 // Arithmetic on a view that has no pixels has no value. What is asked of the view then is the host's to refuse.
@@ -187,6 +192,23 @@ TEST_F(FaultOutcomes, AnExceptionOfTheStatusBarDoesNotStopTheFrame) {
     EXPECT_TRUE(host.Touch({{1, 550, 300, Move}}));
     EXPECT_TRUE(IsCameraMoved());
     EXPECT_FALSE(host.UpdateStatusBar());
+
+    class OwnStatusBar final : public touch::TouchWorkflow {
+    public:
+        explicit OwnStatusBar(int& calls) : TouchWorkflow(du::Symbol("touch")), m_calls(calls) {}
+        bool OnMsgUpdateStatusBar() override {
+            ++m_calls;
+            throw std::bad_alloc();
+        }
+
+    private:
+        int& m_calls;
+    };
+    int calls = 0;
+    host.Install(du::SmartPtr<touch::TouchWorkflow>(new OwnStatusBar(calls)));
+    host.SetView(ViewKind::Shape);
+    EXPECT_TRUE(host.Touch({{1, 400, 300, Down}}));
+    EXPECT_EQ(calls, 1) << "a derived class has its own status text";
 }
 
 TEST_F(FaultOutcomes, AClickThatEndsWithAnExceptionGivesThePickerItsPreselectionBack) {
@@ -296,6 +318,42 @@ TEST_F(FaultOutcomes, AManagerThatGoesInsideATapTakesTheRestOfTheMessagesWithIt)
     host.On(HostCall::SendModeMessage, [this] { host.SetManager(false); });
     PlayTap(host);
     EXPECT_THAT(host.messages, ElementsAre("picker enable_preselect 0"));
+    host.SetManager(true);
+    host.On(HostCall::GetTransitionContext, [this] { host.SetManager(false); });
+    PlaySpin(host);
+    EXPECT_EQ(host.CountOf(HostCall::GetTransitionContext), 1);
+    EXPECT_EQ(host.CountOf(HostCall::GetTransitionQueue), 0);
+}
+
+// The tick on which three fingers have been held for long enough is the one that asks for the view's class.
+TEST_F(FaultOutcomes, AViewThatIsClosedWhileItsClassIsAskedStillDecidesOnTheSwitch) {
+    for (const ViewKind kind : {ViewKind::Shape, ViewKind::Other, ViewKind::Drawing}) {
+        FaultyHost other;
+        other.SetView(kind);
+        const touch::WorkflowInspector state(*other.Component());
+        for (int frame = 0; frame < 36 && other.Component()->GetView() != nullptr; ++frame) {
+            const int flags = frame == 0 ? Down : Move;
+            other.Touch({{1, 300, 300, flags}, {2, 400, 300, flags}, {3, 500, 300, flags}});
+            other.On(HostCall::GetClassType, [&] { other.SetView(ViewKind::None); });
+            other.Tick(90);
+            other.ClearHooks();
+        }
+        EXPECT_EQ(state.GetNavigateMode(), kind != ViewKind::Shape);
+    }
+}
+
+TEST_F(FaultOutcomes, AnAssignmentIsCompleteWhenAViewThatGoesDropsTheComponent) {
+    const du::SmartPtr<touch::TouchWorkflow> other = host.MakeAnother("other");
+    PlaySpin(host);
+    std::string name;
+    host.SetView(ViewKind::Shape);
+    host.On(HostCall::ViewGoes, [&] {
+        name = host.Component()->GetName().GetString();
+        host.Drop();
+    });
+    *host.Component() = *other;
+    EXPECT_EQ(name, "other");
+    EXPECT_EQ(FaultyHost::CountComponents(), 1) << "the other one";
 }
 
 }  // namespace

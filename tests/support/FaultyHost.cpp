@@ -76,6 +76,9 @@ template <class Base>
 class FaultyView : public Base {
 public:
     FaultyView(FaultyHost& host, const hxk::ClassType& type) : m_host(host), m_type(type) {}
+    FaultyView(const FaultyView&) = delete;
+    FaultyView& operator=(const FaultyView&) = delete;
+    ~FaultyView() override { m_host.Called(HostCall::ViewGoes); }
 
     const hxk::ClassType& GetClassType() const override {
         m_host.Called(HostCall::GetClassType);
@@ -252,6 +255,7 @@ const char* NameOf(HostCall call) {
                                             "GetBool",
                                             "BeginUpdateGroup",
                                             "EndUpdateGroup",
+                                            "ViewGoes",
                                             "GetCamera",
                                             "GetSpinCenter",
                                             "GetNavMethod",
@@ -407,6 +411,13 @@ void FaultyHost::AnswerRequests() {
     for (const du::SmartPtr<hxk::BoundingBoxEvent>& request : waiting) {
         request->SetListener(nullptr);
         Answer(*request);
+    }
+}
+
+void FaultyHost::CancelRequests() {
+    const std::vector<du::SmartPtr<hxk::BoundingBoxEvent>> waiting = m_requests;
+    for (const du::SmartPtr<hxk::BoundingBoxEvent>& request : waiting) {
+        request->Cancel();
     }
 }
 

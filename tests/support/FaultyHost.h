@@ -47,6 +47,7 @@ enum class HostCall {
     GetBool,
     BeginUpdateGroup,
     EndUpdateGroup,
+    ViewGoes,  // the destructor: a hook must not throw
     // The 3D view.
     GetCamera,
     GetSpinCenter,
@@ -177,6 +178,8 @@ public:
     bool UpdateStatusBar();
     // Answers every request that waits now, or was cancelled and is to be answered all the same.
     void AnswerRequests();
+    // Ends every request that waits by cancelling it.
+    void CancelRequests();
 
     // Null once it was dropped. The host keeps no other reference.
     [[nodiscard]] touch::TouchWorkflow* Component() const noexcept { return m_component.Get(); }

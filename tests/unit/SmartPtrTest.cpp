@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <new>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -88,9 +89,12 @@ TEST_F(SmartPtrs, AnObjectThatRefusesLivesOnWithTheReferenceOfTheQuestion) {
     pointer.Reset();
     EXPECT_THAT(log, ElementsAre("a asked at 1")) << "the kept reference is still there: nothing to ask";
 
+    object->onAsked = []() -> bool { throw std::bad_alloc(); };
+    EXPECT_NO_THROW(du::ReleaseReference(object, nullptr)) << "which destructors do, too";
+    EXPECT_EQ(object->GetReferenceCount(), 1);
     object->onAsked = nullptr;
     du::ReleaseReference(object, nullptr);
-    EXPECT_THAT(log, ElementsAre("a asked at 1", "a asked at 1", "a destroyed at 0"));
+    EXPECT_THAT(log, ElementsAre("a asked at 1", "a asked at 1", "a asked at 1", "a destroyed at 0"));
 }
 
 TEST_F(SmartPtrs, AnObjectThatIsTakenDuringTheQuestionLivesOn) {
