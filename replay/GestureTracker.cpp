@@ -128,8 +128,8 @@ std::vector<Gesture> GestureTracker::Enter(const Observation& observation, const
     open.gesture.to = time;
     open.gesture.lastFrame = m_frame;
     open.gesture.motion = open.meter.GetMotion();
-    if (observation.gesture != touch::GestureNone) {
-        open.gesture.type = observation.gesture;
+    if (observation.gesture.value_or(touch::GestureNone) != touch::GestureNone) {
+        open.gesture.type = *observation.gesture;
     }
     KeepMoment(open, time, after);
     return ended;

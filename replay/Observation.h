@@ -16,9 +16,10 @@ namespace replay {
 struct Observation {
     std::size_t number;           // of the event, from 1
     std::optional<bool> handled;  // the component's answer; no value where it was not asked
-    touch::GestureType gesture;   // the component's state after the event
-    touch::GestureState state;
-    bool navigate;                           // navigate mode (true) or select mode (false)
+    // The component's state after the event; no value where its plug-in does not tell.
+    std::optional<touch::GestureType> gesture;
+    std::optional<touch::GestureState> state;
+    std::optional<bool> navigate;            // navigate mode (true) or select mode (false)
     const std::vector<viewer::Call>& calls;  // what the component asked of the host, in order
     const Event& event;
 };

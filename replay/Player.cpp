@@ -1,8 +1,6 @@
 #include "replay/Player.h"
 
-#include "touch/Inspection.h"
-#include "touch/TouchWorkflow.h"
-
+#include <string_view>
 #include <utility>
 #include <variant>
 
@@ -16,6 +14,28 @@ constexpr std::size_t EventsBetweenProgress = 256;
 // The view type that the component is created for. What no component knows is opened as a shape view would be.
 std::string ComponentViewType(const std::optional<viewer::ViewSpec>& view) {
     return view && view->kind != "other" ? view->kind : "shapeview";
+}
+
+// The kind of that name; no value for a name that is not known here. Kinds are counted from 0.
+template <class Kind>
+std::optional<Kind> FindKind(std::string_view name, Kind last) {
+    for (int kind = 0; kind <= static_cast<int>(last); ++kind) {
+        if (NameOf(static_cast<Kind>(kind)) == name) {
+            return static_cast<Kind>(kind);
+        }
+    }
+    return std::nullopt;
+}
+
+Observation Observe(std::size_t number, std::optional<bool> handled, const Event& event,
+                    viewer::ReferenceViewer& viewer) {
+    Observation observation{number, handled, {}, {}, {}, viewer.GetRecorder().GetCalls(), event};
+    if (const std::optional<HXDllTouchState> state = viewer.GetComponentState()) {
+        observation.gesture = FindKind(state->gesture, touch::GestureMarkup);
+        observation.state = FindKind(state->state, touch::GestureEnded);
+        observation.navigate = std::string_view(state->mode) == "navigate";
+    }
+    return observation;
 }
 
 struct Delivery {
@@ -49,16 +69,10 @@ Player::Player(const Session& session, const std::string& pluginPath, std::share
     : m_session(session), m_viewer(session.host) {
     m_viewer.SetModel(std::move(model));
     m_viewer.LoadComponent(pluginPath, ComponentViewType(session.view));
-    if (!(m_viewer.GetComponent()->GetName() == "touch")) {
-        throw viewer::PluginError(pluginPath + ": its workflow is not the touch workflow");
-    }
     m_viewer.SetView(session.view);
 }
 
 void Player::Play(const Observer& observer, const Progress& progress) {
-    // The class's run-time type information lives in the plug-in, out of reach of a dynamic_cast; the workflow's name
-    // tells what it is.
-    const touch::WorkflowInspector inspector(static_cast<const touch::TouchWorkflow&>(*m_viewer.GetComponent()));
     viewer::CallRecorder& recorder = m_viewer.GetRecorder();
     const std::size_t total = m_session.events.size();
     for (std::size_t done = 0; done < total; ++done) {
@@ -68,8 +82,7 @@ void Player::Play(const Observer& observer, const Progress& progress) {
         const Event& event = m_session.events[done];
         recorder.Clear();
         const std::optional<bool> handled = Deliver(event, m_viewer);
-        observer({done + 1, handled, inspector.GetGesture(), inspector.GetGestureState(), inspector.GetNavigateMode(),
-                  recorder.GetCalls(), event});
+        observer(Observe(done + 1, handled, event, m_viewer));
     }
     if (progress) {
         progress(total, total);

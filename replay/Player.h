@@ -25,7 +25,7 @@ class Player {
 public:
     // Sets the viewer up as the session's header says, with the model in it, loads the component and attaches the first
     // view. The view keeps the bounds that the session gives, whatever the model's are. The session must outlive the
-    // player; the model may be null. Throws viewer::PluginError, also for a plug-in whose workflow is not "touch".
+    // player; the model may be null. Throws viewer::PluginError.
     Player(const Session& session, const std::string& pluginPath, std::shared_ptr<const viewer::Model> model);
 
     // Plays all events, once. The observer is called after each of them, the progress callback now and then. What

@@ -129,7 +129,12 @@ void Replay(const Options& options, const ProgramSetup& setup) {
     const std::shared_ptr<const viewer::Model> model =
         options.modelPath ? LoadModelFile(*options.modelPath) : viewer::MakeMachinePart();
     const Session session = LoadSession(options, *model);
-    Player player(session, FindPlugin(options, setup), model);
+    const std::string plugin = FindPlugin(options, setup);
+    Player player(session, plugin, model);
+    if (!player.GetViewer().GetComponentState()) {
+        std::cerr << "touch-replay: note: " << plugin << " does not tell the state of its workflow; gestures and modes "
+                  << "are left out\n";
+    }
 
     TraceOutput trace(options);
     std::optional<OutputFile> sessionFile;

@@ -319,8 +319,8 @@ void Story::FollowModeAndStatus(const Observation& observation, const viewer::Vi
     } else if (std::holds_alternative<MouseEvent>(observation.event) && after.selectedParts != m_last.selectedParts) {
         AddAction(SelectionText("the mouse picked", after), after);
     }
-    if (observation.navigate != m_navigate) {
-        m_navigate = observation.navigate;
+    if (observation.navigate.value_or(m_navigate) != m_navigate) {
+        m_navigate = *observation.navigate;
         AddAction(m_navigate ? "switched to navigate mode" : "switched to select mode", after);
         m_switchedAt = m_now;
         // The hold is found on a tick, the tap when the fingers lift.

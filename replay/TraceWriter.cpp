@@ -15,6 +15,11 @@ std::string Answer(const std::optional<bool>& answer) {
     return answer ? JsonBool(*answer) : "null";
 }
 
+template <class Kind>
+std::string Name(const std::optional<Kind>& kind) {
+    return kind ? JsonString(NameOf(*kind)) : "null";
+}
+
 // U, V, W and the position.
 std::vector<std::string> Placement(const dg::Location& location) {
     return {JsonAxis(location.GetU()), JsonAxis(location.GetV()), JsonAxis(location.GetW()),
@@ -79,8 +84,8 @@ void WriteTraceLine(const Observation& observation, std::ostream& output) {
     }
     JsonObject line;
     line.Add("event", std::to_string(observation.number)).Add("handled", Answer(observation.handled));
-    line.Add("gesture", JsonString(NameOf(observation.gesture))).Add("state", JsonString(NameOf(observation.state)));
-    line.Add("navigate", JsonBool(observation.navigate)).Add("calls", JsonArray(calls));
+    line.Add("gesture", Name(observation.gesture)).Add("state", Name(observation.state));
+    line.Add("navigate", Answer(observation.navigate)).Add("calls", JsonArray(calls));
     output << line.GetText() << '\n';
 }
 

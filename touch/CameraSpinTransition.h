@@ -5,6 +5,7 @@
 #include "host/dg/Point.h"
 #include "host/du/SmartPtr.h"
 #include "host/hxk/View.h"
+#include "touch/LiveObjects.h"
 #include "touch/Transition.h"
 
 namespace animation {
@@ -21,6 +22,9 @@ public:
     dg::Location start;       // of the camera, when the finger lifted
     dg::Location end;         // one sampled rotation further
     dg::DPoint3D spinCenter;  // world
+
+private:
+    touch::LiveObject m_live{touch::ObjectKind::Transition};
 };
 
 }  // namespace animation

@@ -2,7 +2,11 @@
 // byte. Tested by tests/component/FactoryTest.cpp.
 #include "touch/Factory.h"
 
+#include "host/dp/HXTracer.h"
+#include "host/platform/DynamicLibrary.h"
 #include "touch/Boundary.h"
+#include "touch/Inspection.h"
+#include "touch/LiveObjects.h"
 #include "touch/TouchWorkflow.h"
 
 #include <algorithm>
@@ -19,7 +23,18 @@ constexpr std::string_view ViewTypes[] = {"shapeview",         "drawingview", "i
 
 void HXDllInit() {}
 
-void HXDllTerminate() {}
+void HXDllTerminate() {
+    touch::Guarded([] {
+        const std::string alive = touch::DescribeLiveObjects();
+        if (alive.empty()) {
+            return false;
+        }
+        platform::DynamicLibrary::KeepLoaded(&HXDllTerminate);
+        const dp::HXTracer tracer("touch", "Factory");
+        tracer(dp::TraceError) << "HXDllTerminate(): stays loaded for " << alive << ".\n";
+        return true;
+    });
+}
 
 bool HXDllCreateComponent(const std::string& viewType, const std::string& componentKind,
                           const std::string& componentName, du::SmartPtr<workflow::Workflow>& component) {
@@ -29,6 +44,20 @@ bool HXDllCreateComponent(const std::string& viewType, const std::string& compon
             return false;
         }
         component = new touch::TouchWorkflow(du::Symbol("touch"));
+        return true;
+    });
+}
+
+bool HXDllGetTouchState(int version, const workflow::Workflow* component, HXDllTouchState* state) {
+    return touch::Guarded([&] {
+        const auto* own = dynamic_cast<const touch::TouchWorkflow*>(component);
+        if (version != HXDllTouchStateVersion || own == nullptr || state == nullptr) {
+            return false;
+        }
+        const touch::WorkflowInspector inspector(*own);
+        // The names are literals, so each ends with a zero.
+        *state = {NameOf(inspector.GetGesture()).data(), NameOf(inspector.GetGestureState()).data(),
+                  inspector.GetNavigateMode() ? "navigate" : "select"};
         return true;
     });
 }

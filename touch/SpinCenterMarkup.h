@@ -4,6 +4,7 @@
 #include "host/dg/Point.h"
 #include "host/du/SmartPtr.h"
 #include "host/hxmk/Markup.h"
+#include "touch/LiveObjects.h"
 #include "touch/SpinCenterAxis.h"
 
 namespace touch {
@@ -22,6 +23,7 @@ private:
     du::SmartPtr<SpinCenterAxis> m_axisX;
     du::SmartPtr<SpinCenterAxis> m_axisY;
     du::SmartPtr<SpinCenterAxis> m_axisZ;
+    LiveObject m_live{ObjectKind::SpinCenterMarkup};
 };
 
 }  // namespace touch

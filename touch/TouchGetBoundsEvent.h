@@ -4,6 +4,7 @@
 #include "host/du/SmartPtr.h"
 #include "host/du/Symbol.h"
 #include "host/hxk/AsyncEvent.h"
+#include "touch/LiveObjects.h"
 
 namespace touch {
 
@@ -26,6 +27,7 @@ public:
 
 private:
     du::SmartPtr<TouchWorkflow> m_workflow;
+    LiveObject m_live{ObjectKind::BoundsRequest};
 };
 
 }  // namespace touch

@@ -18,6 +18,7 @@
 #include "host/workflow/SimpleWorkflow.h"
 #include "touch/FrameView.h"
 #include "touch/GestureTypes.h"
+#include "touch/LiveObjects.h"
 #include "touch/RequestInFlight.h"
 #include "touch/Thresholds.h"
 #include "touch/TouchApi.h"
@@ -431,6 +432,8 @@ private:
     double m_lastGestureAngle = 0;   // radians; direction at the start or at the last applied twist step
     double m_startGestureAngle = 0;  // radians; reference of the twist onset
     double m_startGestureSpan = 0;   // pixels; reference of the pinch onset and of the zoom
+
+    LiveObject m_live{ObjectKind::Workflow};
 };
 
 }  // namespace touch

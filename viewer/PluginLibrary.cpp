@@ -34,7 +34,8 @@ PluginLibrary::PluginLibrary(const std::string& path)
     : m_path(path),
       m_library(Load(m_path)),
       m_terminate(FindEntryPoint<decltype(HXDllTerminate)>("HXDllTerminate")),
-      m_create(FindEntryPoint<decltype(HXDllCreateComponent)>("HXDllCreateComponent")) {
+      m_create(FindEntryPoint<decltype(HXDllCreateComponent)>("HXDllCreateComponent")),
+      m_getState(m_library.Find<decltype(HXDllGetTouchState)>("HXDllGetTouchState")) {
     FindEntryPoint<decltype(HXDllInit)>("HXDllInit")();
 }
 
@@ -49,6 +50,14 @@ du::SmartPtr<workflow::Workflow> PluginLibrary::CreateWorkflow(const std::string
                           "\"");
     }
     return workflow;
+}
+
+std::optional<HXDllTouchState> PluginLibrary::GetState(const workflow::Workflow& component) const {
+    HXDllTouchState state{};
+    if (m_getState == nullptr || !m_getState(HXDllTouchStateVersion, &component, &state)) {
+        return std::nullopt;
+    }
+    return state;
 }
 
 }  // namespace viewer

@@ -6,11 +6,12 @@
 #include "host/workflow/Workflow.h"
 #include "touch/Factory.h"
 
+#include <optional>
 #include <string>
 
 namespace viewer {
 
-// Keeps a plug-in loaded for as long as it lives. Everything that the plug-in made must be gone before.
+// Keeps a plug-in loaded for as long as it lives. Everything that the plug-in made is to be gone before.
 class PluginLibrary {
 public:
     // Loads the library and calls its HXDllInit. A path without a slash is a file of the current directory, never one
@@ -24,6 +25,10 @@ public:
     // A new workflow "touch" for a view type, never null. Throws PluginError when the factory refuses.
     [[nodiscard]] du::SmartPtr<workflow::Workflow> CreateWorkflow(const std::string& viewType) const;
 
+    // What a component of this plug-in does; no value where the plug-in does not tell, or not in the version known
+    // here.
+    [[nodiscard]] std::optional<HXDllTouchState> GetState(const workflow::Workflow& component) const;
+
 private:
     // The exported function of this name; throws PluginError when there is none.
     template <class Function>
@@ -33,6 +38,7 @@ private:
     platform::DynamicLibrary m_library;
     decltype(HXDllTerminate)* m_terminate;
     decltype(HXDllCreateComponent)* m_create;
+    decltype(HXDllGetTouchState)* m_getState;  // null where the plug-in has none
 };
 
 }  // namespace viewer

@@ -231,6 +231,13 @@ workflow::SimpleWorkflow* ReferenceViewer::GetComponent() const noexcept {
     return m_impl->component;
 }
 
+std::optional<HXDllTouchState> ReferenceViewer::GetComponentState() const {
+    if (m_impl->component == nullptr) {
+        return std::nullopt;
+    }
+    return m_impl->library->GetState(*m_impl->component);
+}
+
 void ReferenceViewer::SetModel(std::shared_ptr<const Model> model) {
     m_impl->ForgetPicks();
     m_impl->scene.model = std::move(model);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/workflow/SimpleWorkflow.h"
+#include "touch/Factory.h"
 #include "viewer/CallRecorder.h"
 #include "viewer/Model.h"
 #include "viewer/ViewSnapshot.h"
@@ -43,6 +44,8 @@ public:
     void UnloadComponent();
     // The installed component; null when none is loaded.
     [[nodiscard]] workflow::SimpleWorkflow* GetComponent() const noexcept;
+    // What the component does, in its plug-in's words; no value where the plug-in does not tell, or none is loaded.
+    [[nodiscard]] std::optional<HXDllTouchState> GetComponentState() const;
 
     // What shape views show and pick from; null (the default) shows nothing.
     void SetModel(std::shared_ptr<const Model> model);

@@ -34,6 +34,12 @@ DynamicLibrary::Address DynamicLibrary::FindAddress(const char* name) const noex
     return reinterpret_cast<Address>(GetProcAddress(static_cast<HMODULE>(m_handle), name));
 }
 
+bool DynamicLibrary::KeepLoaded(void (*function)()) noexcept {
+    HMODULE module = nullptr;
+    return GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_PIN,
+                              reinterpret_cast<LPCWSTR>(function), &module) != 0;
+}
+
 bool DynamicLibrary::IsLoaded(const std::string& path) {
     return GetModuleHandleW(GetFullPath(path).c_str()) != nullptr;
 }
@@ -80,6 +86,15 @@ DynamicLibrary::~DynamicLibrary() {
 
 DynamicLibrary::Address DynamicLibrary::FindAddress(const char* name) const noexcept {
     return reinterpret_cast<Address>(dlsym(m_handle, name));
+}
+
+bool DynamicLibrary::KeepLoaded(void (*function)()) noexcept {
+    Dl_info library{};
+    if (dladdr(reinterpret_cast<const void*>(function), &library) == 0) {
+        return false;
+    }
+    void* handle = dlopen(library.dli_fname, RTLD_NOW | RTLD_NOLOAD | RTLD_NODELETE);
+    return handle != nullptr && dlclose(handle) == 0;
 }
 
 bool DynamicLibrary::IsLoaded(const std::string& path) {

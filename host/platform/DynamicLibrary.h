@@ -25,6 +25,10 @@ public:
         return reinterpret_cast<Function*>(FindAddress(name));
     }
 
+    // Keeps the library that has this function in it loaded until the process ends, whoever closes it. False when the
+    // system refuses.
+    static bool KeepLoaded(void (*function)()) noexcept;
+
     // Whether the file is loaded in this process, by whomever.
     [[nodiscard]] static bool IsLoaded(const std::string& path);
 

@@ -91,6 +91,13 @@ private:
     fs::path m_folder;
 };
 
+TEST_F(Program, ReplaysAPluginThatDoesNotTellItsStateAndSaysSo) {
+    const Result result = Run("tap.jsonl --trace - --plugin '" SILENT_PLUGIN "'");
+    EXPECT_EQ(result.exitCode, 0);
+    EXPECT_THAT(result.output, HasSubstr(R"("gesture": null, "state": null, "navigate": null)"));
+    EXPECT_THAT(result.errors, HasSubstr("does not tell the state"));
+}
+
 TEST_F(Program, TellsEachFaultInOneLineAndLeavesNothingBehind) {
     const std::pair<const char*, const char*> rows[] = {
         {"", "FILE"},
