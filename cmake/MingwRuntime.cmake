@@ -5,10 +5,6 @@
 # a library and ask dynamic_cast about each other's classes; with a runtime linked into each, there would be two heaps,
 # two sets of type information and two unwinders.
 
-if(NOT CMAKE_RUNTIME_OUTPUT_DIRECTORY)
-    set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
-endif()
-
 foreach(library libgcc_s_seh-1.dll libstdc++-6.dll libwinpthread-1.dll)
     execute_process(
         COMMAND "${CMAKE_CXX_COMPILER}" "-print-file-name=${library}"

@@ -70,7 +70,7 @@ Session LoadSession(const Options& options, const viewer::Model& model) {
     return session;
 }
 
-// The component: the one that is asked for, else the one installed with this program, else the one it was built with.
+// The component: the one that is asked for, else the one that was built or installed with this program.
 std::string FindPlugin(const Options& options, const ProgramSetup& setup) {
     if (options.pluginPath) {
         // A bare name would be looked for among the system's libraries.
@@ -78,13 +78,10 @@ std::string FindPlugin(const Options& options, const ProgramSetup& setup) {
     }
     std::error_code fault;
     const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", fault);
-    if (!fault) {
-        const std::filesystem::path installed = program.parent_path() / setup.installedPlugin;
-        if (std::filesystem::exists(installed, fault)) {
-            return installed.lexically_normal().string();
-        }
+    if (fault) {
+        throw viewer::PluginError("cannot tell in which folder this program is; name the component with --plugin");
     }
-    return setup.builtPlugin;
+    return (program.parent_path() / setup.pluginBeside).lexically_normal().string();
 }
 
 // Lets something write to standard output. Throws WriteError when that, or what was written before, is lost.

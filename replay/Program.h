@@ -8,8 +8,7 @@ namespace replay {
 // What the build tells the program.
 struct ProgramSetup {
     std::string version;
-    std::string installedPlugin;  // path of the component relative to the program's folder
-    std::string builtPlugin;      // where the component was built; taken when the other is not there
+    std::string pluginBeside;  // path of the component relative to the program's folder
 };
 
 // Runs the program and answers its exit code: 0, or 2 after a fault, which is told in one line on standard error.

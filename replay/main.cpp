@@ -3,5 +3,5 @@
 #include "replay/Program.h"
 
 int main(int argc, char** argv) {
-    return replay::RunProgram(argc, argv, {TOUCHNAV_VERSION, TOUCHNAV_INSTALLED_PLUGIN, TOUCHNAV_DEFAULT_PLUGIN});
+    return replay::RunProgram(argc, argv, {TOUCHNAV_VERSION, TOUCHNAV_PLUGIN_BESIDE});
 }

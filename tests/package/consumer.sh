@@ -40,6 +40,7 @@ for line in 'before: the eye is at (0.00, 0.00, 20.00)' 'after: the eye is at (-
 done
 
 if [ "$how" = installed ]; then
+    "$here/search-paths.sh" "$scratch/prefix"
     program=$scratch/prefix/bin/touch-replay
     if [ -x "$program" ]; then
         cd / # so that nothing is found relative to the caller
