@@ -30,7 +30,8 @@ bool TouchWorkflow::OnMsgMode(const du::Symbol& workflowName, const du::Symbol& 
 
 void TouchWorkflow::SetView(const du::SmartPtr<hxk::View>& view) {
     Guarded(*this, [&] {
-        const du::SmartPtr<hxk::View> held = view;  // the caller's pointer may change while its view is asked
+        // A reference of its own: the caller's pointer may change while its view is asked.
+        const du::SmartPtr<hxk::View> held(view.Get());
         SimpleWorkflow::SetView(held);
         if (!held) {
             return false;

@@ -152,7 +152,7 @@ Extended AtanOfRatio(double smaller, double larger) noexcept {
         return AtanTable.back();
     }
     const double ratio = smaller / larger;
-    const auto nearest = static_cast<std::size_t>(ratio * AtanStep + 0.5);
+    const auto nearest = static_cast<std::size_t>(std::floor(ratio * AtanStep + 0.5));
     if (nearest == 0) {
         const double square = ratio * ratio;
         return {ratio, ratio * square * Polynomial(AtanSeries, square) + QuotientRest(smaller, larger, ratio)};

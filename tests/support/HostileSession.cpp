@@ -81,6 +81,11 @@ HostileSession::HostileSession(Choices& choices, std::ostream* log)
     SendTick(m_now, m_interval);
 }
 
+// Views that go with the components call nobody any more.
+HostileSession::~HostileSession() {
+    m_host.ClearHooks();
+}
+
 void HostileSession::Step() {
     if (!m_fault.empty()) {
         return;
@@ -367,22 +372,24 @@ void HostileSession::CopyOrDrop() {
     Note("components", what, static_cast<std::int64_t>(m_companions.size()));
     if (what < 2 && main != nullptr) {
         if (m_companions.size() == MaxCompanions) {
-            m_companions.erase(m_companions.begin());
+            TakeCompanion();
         }
         m_companions.push_back({du::SmartPtr<touch::TouchWorkflow>(new touch::TouchWorkflow(*main)), m_invariants});
     } else if (what < 4 && main != nullptr && !m_companions.empty()) {
-        *main = *m_companions.front().workflow;
-        m_invariants = m_companions.front().invariants;
-    } else if (what < 5 && main != nullptr && !m_companions.empty()) {
-        *m_companions.back().workflow = *main;
-        m_companions.back().invariants = m_invariants;
-    } else if (what < 6 && main != nullptr && !m_companions.empty()) {
         const Companion other = m_companions.front();
-        m_companions.front() = {du::SmartPtr<touch::TouchWorkflow>(main), m_invariants};
+        m_invariants = other.invariants;
+        *main = *other.workflow;
+    } else if (what < 5 && main != nullptr && !m_companions.empty()) {
+        m_companions.back().invariants = m_invariants;
+        const Companion other = m_companions.back();
+        *other.workflow = *main;
+    } else if (what < 6 && main != nullptr && !m_companions.empty()) {
+        const Companion other = TakeCompanion();
+        m_companions.push_back({du::SmartPtr<touch::TouchWorkflow>(main), m_invariants});
         m_invariants = other.invariants;
         m_host.Install(other.workflow);
     } else if (what < 7 && !m_companions.empty()) {
-        m_companions.erase(m_companions.begin());
+        TakeCompanion();
     } else if (what < 8) {
         CallBesideTheDispatch();
     } else {
@@ -395,6 +402,14 @@ void HostileSession::CopyOrDrop() {
         NoteKinship(companion.invariants);
     }
     NoteHostChange();
+}
+
+// The first of them, out of the list before it can go: the host calls back when a view goes with it, and may change the
+// list.
+HostileSession::Companion HostileSession::TakeCompanion() {
+    Companion taken = m_companions.front();
+    m_companions.erase(m_companions.begin());
+    return taken;
 }
 
 void HostileSession::NoteKinship(Invariants& invariants) const {

@@ -22,6 +22,9 @@ public:
     // Chooses the switches and the screen too. The choices outlive the session. With a log every event is written to it
     // as it begins.
     explicit HostileSession(Choices& choices, std::ostream* log = nullptr);
+    HostileSession(const HostileSession&) = delete;
+    HostileSession& operator=(const HostileSession&) = delete;
+    ~HostileSession();
 
     // Plays some more: one event, or one stretch of frames and ticks. Nothing once there is a fault.
     void Step();
@@ -65,6 +68,7 @@ private:
     void EndTransition();
     void CallBackLater();
     void CopyOrDrop();
+    Companion TakeCompanion();
     void CallBesideTheDispatch();
     void DoSomething(int what);
 

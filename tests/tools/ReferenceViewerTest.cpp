@@ -55,6 +55,7 @@ TEST_F(HeadlessViewer, ARightClickOpensTheContextActionsUntilTheNextTouch) {
     EXPECT_EQ(viewer.TakeSnapshot().contextMenu, std::nullopt) << "the button never went down";
     for (const auto& [x, part] : {std::pair{320, "left"}, {640, ""}}) {
         viewer.Mouse("MsgMouseRightDown", x, 400);
+        EXPECT_EQ(viewer.TakeSnapshot().contextMenu, std::nullopt) << "the button closes the open one as it goes down";
         viewer.Mouse("MsgMouseRightUp", x, 400);
         EXPECT_EQ(viewer.TakeSnapshot().contextMenu, part);
         EXPECT_EQ(viewer.TakeSnapshot().contextMenuAt, dg::DPoint2D(x, 400));

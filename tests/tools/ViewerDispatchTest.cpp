@@ -115,14 +115,16 @@ TEST_F(Delivery, RemovalInsideANestedSendKeepsTheOuterDeliveryInStep) {
 }
 
 TEST_F(Delivery, AWorkflowAddedDuringDeliveryHearsItOnlyBehindTheOneBeingAsked) {
-    Add("high", 20)->action = [&, added = false]() mutable {
-        if (!std::exchange(added, true)) {
+    Add("high", 20)->action = [&, calls = 0]() mutable {
+        if (++calls == 1) {
+            Move();  // the outer delivery keeps its place too
+        } else if (calls == 2) {
             Add("higher", 30);
             Add("lower", 10);
         }
     };
     Move();
-    EXPECT_THAT(heard, ElementsAre("high", "lower"));
+    EXPECT_THAT(heard, ElementsAre("high", "high", "lower", "lower"));
     heard.clear();
     Move();
     EXPECT_THAT(heard, ElementsAre("higher", "high", "lower"));

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <numbers>
 #include <random>
 
 namespace {
@@ -46,6 +47,10 @@ const Accuracy Accuracies[] = {
 TEST(Functions, AreAsNearToTheTruthAsTheyPromise) {
     if (std::numeric_limits<long double>::digits <= std::numeric_limits<double>::digits) {
         GTEST_SKIP() << "this machine has no wider numbers to compare with";
+    }
+    // A processor's own sine instruction takes a shortened pi.
+    if (ErrorInUnits(1.2246467991473532e-16, std::sin(static_cast<long double>(std::numbers::pi))) > 1) {
+        GTEST_SKIP() << "this C library's sine of wider numbers is not exact enough to compare with";
     }
     std::mt19937_64 random(20);
     for (const Accuracy& row : Accuracies) {
