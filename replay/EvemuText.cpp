@@ -15,7 +15,6 @@ namespace replay {
 namespace {
 
 constexpr int NewestMinorVersion = 3;
-constexpr std::int64_t LatestSecond = 1'000'000'000'000;  // keeps microseconds well inside 64 bits
 
 // Takes pieces off the front of a line. Every operation answers whether the piece was there.
 class Scanner {
@@ -66,43 +65,46 @@ private:
 
 class Reader {
 public:
-    Reader(std::istream& input, const std::string& fileName) : m_input(input), m_fileName(fileName) {}
+    Reader(std::istream& input, const std::string& fileName) : m_input(input), m_fileName(fileName) {
+        m_text.descriptionFile = fileName;
+        m_text.eventsFile = fileName;
+    }
 
-    EvemuText Read() {
+    DeviceText Read() {
         std::string line;
         while (std::getline(m_input, line)) {
-            ++m_text.lineCount;
+            ++m_line;
             if (!line.empty() && line.back() == '\r') {
                 line.pop_back();
             }
             ReadLine(line);
         }
         if (m_input.bad()) {
-            throw ReadError(m_fileName, m_text.lineCount + 1, "cannot be read any further");
+            throw ReadError(m_fileName, m_line + 1, "cannot be read any further");
         }
-        if (!m_named) {
-            throw ReadError(m_fileName, "not an evemu recording: it names no device");
+        if (!m_text.isDescribed && m_text.events.empty()) {
+            throw ReadError(m_fileName, "not a touch recording: there is no device in it and no event");
         }
         return std::move(m_text);
     }
 
 private:
-    [[noreturn]] void Fail(const std::string& text) const { throw ReadError(m_fileName, m_text.lineCount, text); }
+    [[noreturn]] void Fail(const std::string& text) const { throw ReadError(m_fileName, m_line, text); }
 
     void ReadLine(std::string_view line) {
         Scanner scanner(line);
         if (scanner.End()) {
             ReadComment(line);
-        } else if (scanner.Text("N:")) {
-            scanner.SkipSpaces();
-            m_text.deviceName = std::string(scanner.Rest());
-            m_named = true;
-        } else if (!m_named) {
-            Fail("not an evemu recording: expected the device's name, \"N: ...\"");
         } else if (scanner.Text("E:")) {
             ReadEvent(scanner);
         } else if (!m_text.events.empty()) {
             Fail("expected an event, \"E: seconds.microseconds type code value\"");
+        } else if (scanner.Text("N:")) {
+            scanner.SkipSpaces();
+            m_text.name = std::string(scanner.Rest());
+            m_text.isDescribed = true;
+        } else if (!m_text.isDescribed) {
+            Fail("not a touch recording: expected the device's name, \"N: ...\", or an event, \"E: ...\"");
         } else if (scanner.Text("A:")) {
             ReadAxis(scanner);
         } else if (!IsOtherDescription(line)) {
@@ -166,8 +168,8 @@ private:
     void ReadAxis(Scanner& scanner) {
         unsigned code = 0;
         std::int32_t flat = 0;
-        EvemuAxis axis;
-        axis.line = m_text.lineCount;
+        AxisRange axis;
+        axis.line = m_line;
         const bool described = scanner.Number(code, 16) && scanner.Number(axis.minimum) &&
                                scanner.Number(axis.maximum) && scanner.Number(axis.fuzz) && scanner.Number(flat);
         // The resolution was added after the first version of the format.
@@ -181,8 +183,8 @@ private:
     void ReadEvent(Scanner& scanner) {
         std::int64_t seconds = 0;
         std::int64_t microseconds = 0;
-        EvemuEvent event;
-        event.line = m_text.lineCount;
+        DeviceEvent event;
+        event.line = m_line;
         const bool timed = scanner.Number(seconds) && scanner.Text(".") && scanner.SixDigits(microseconds) &&
                            seconds >= 0 && seconds <= LatestSecond;
         const bool complete = timed && scanner.Number(event.type, 16) && scanner.Number(event.code, 16) &&
@@ -191,24 +193,20 @@ private:
             Fail("expected an event, \"E: seconds.microseconds type code value\"");
         }
         event.timeUs = seconds * MicrosecondsPerSecond + microseconds;
-        if (!m_text.events.empty() && event.timeUs < m_text.events.back().timeUs) {
-            Fail("the time runs backward: expected " + std::to_string(m_text.events.back().timeUs) +
-                 " microseconds or later");
-        }
         m_text.events.push_back(event);
     }
 
     std::istream& m_input;
     const std::string& m_fileName;
-    EvemuText m_text;
-    bool m_named = false;   // the device's name was read, so this is a recording
-    bool m_inAxes = false;  // the comments at this place describe absolute axes
-    int m_code = -1;        // the event code that the comments at this place describe; -1: none
+    DeviceText m_text;
+    std::size_t m_line = 0;  // that was read last
+    bool m_inAxes = false;   // the comments at this place describe absolute axes
+    int m_code = -1;         // the event code that the comments at this place describe; -1: none
 };
 
 }  // namespace
 
-EvemuText ReadEvemuText(std::istream& input, const std::string& fileName) {
+DeviceText ReadEvemuText(std::istream& input, const std::string& fileName) {
     return Reader(input, fileName).Read();
 }
 

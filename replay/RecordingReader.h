@@ -1,4 +1,4 @@
-// Recordings of multi-touch devices, in the evemu text format.
+// Recordings of multi-touch devices, as evemu and libinput write them.
 #pragma once
 
 #include <cstdint>
@@ -46,14 +46,21 @@ struct Recording {
 // Longer recordings are refused: played with a tick every 10 ms they would fill the memory.
 inline constexpr std::int64_t LongestRecordingUs = 3'600'000'000;
 
-// Reads a recording of format 1.0 to 1.3 from a device that speaks multi-touch protocol B or A; fingers of a protocol A
-// device are tracked on the way. Fingers that lay on the device before the recording began are contacts from the
-// first report on. After a gap (SYN_DROPPED) the reading goes on with what was known before it. The file name is used
-// in messages only. Throws ReadError for text that is no recording, a device without multi-touch axes, time that runs
-// backward, and an end in the middle of a report.
-[[nodiscard]] Recording ReadRecording(std::istream& input, const std::string& fileName);
+// Reads a recording of evemu (format 1.0 to 1.3) or of `libinput record` (version 1) from a device that speaks
+// multi-touch protocol B or A; fingers of a protocol A device are tracked on the way. Fingers that lay on the device
+// before the recording began are contacts from the first report on. After a gap (SYN_DROPPED) the reading goes on with
+// what was known before it.
+//
+// The device, where it is not empty, says what the text leaves open: for events of evemu alone it is the file of their
+// description, for a recording of several touch devices the name or the node of one. Without it the description is
+// taken from the file of the same name that ends in .desc, and a recording must have one touch device with events.
+//
+// Throws ReadError, in the name of the file that is at fault, for text that is no recording, a device without
+// multi-touch axes, a description or events that are missing, time that runs backward, and an end in the middle of a
+// report.
+[[nodiscard]] Recording ReadRecording(std::istream& input, const std::string& fileName, const std::string& device = {});
 
 // The same from a file. Throws ReadError also for a file that cannot be read.
-[[nodiscard]] Recording ReadRecordingFile(const std::string& fileName);
+[[nodiscard]] Recording ReadRecordingFile(const std::string& fileName, const std::string& device = {});
 
 }  // namespace replay

@@ -13,7 +13,7 @@ std::optional<std::int32_t> ValueOf(const std::map<int, std::int32_t>& values, i
 
 }  // namespace
 
-SlotTracker::SlotTracker(const std::map<int, std::int32_t>& initialValues, const std::vector<EvemuEvent>& events)
+SlotTracker::SlotTracker(const std::map<int, std::int32_t>& initialValues, const std::vector<DeviceEvent>& events)
     : m_current(ValueOf(initialValues, ABS_MT_SLOT).value_or(0)),
       m_pointerX(ValueOf(initialValues, ABS_X)),
       m_pointerY(ValueOf(initialValues, ABS_Y)) {
@@ -22,7 +22,7 @@ SlotTracker::SlotTracker(const std::map<int, std::int32_t>& initialValues, const
 
 // A finger was down from the start in a slot whose first tracking id is a lift, and in one that told a coordinate in a
 // report before its first tracking id. The first coordinates it tells are the best guess for the time before.
-void SlotTracker::FindFingersAtStart(const std::vector<EvemuEvent>& events) {
+void SlotTracker::FindFingersAtStart(const std::vector<DeviceEvent>& events) {
     struct Start {
         Slot slot;            // the coordinates before the first tracking id
         bool moved = false;   // in a report that has ended
@@ -31,7 +31,7 @@ void SlotTracker::FindFingersAtStart(const std::vector<EvemuEvent>& events) {
     };
     std::map<std::int32_t, Start> starts;
     std::int32_t current = m_current;
-    for (const EvemuEvent& event : events) {
+    for (const DeviceEvent& event : events) {
         if (event.type == EV_SYN && event.code == SYN_DROPPED) {
             break;  // what lies behind a gap says nothing about the start
         }
@@ -69,7 +69,7 @@ void SlotTracker::FindFingersAtStart(const std::vector<EvemuEvent>& events) {
     }
 }
 
-bool SlotTracker::Apply(const EvemuEvent& event) {
+bool SlotTracker::Apply(const DeviceEvent& event) {
     if (event.type == EV_SYN && event.code == SYN_DROPPED) {
         m_dropping = true;
         m_eventsLost = true;
@@ -89,7 +89,7 @@ bool SlotTracker::Apply(const EvemuEvent& event) {
     return false;
 }
 
-void SlotTracker::ApplyAxis(const EvemuEvent& event) {
+void SlotTracker::ApplyAxis(const DeviceEvent& event) {
     if (event.code == ABS_MT_SLOT) {
         m_current = event.value;  // also in a gap: the device does not repeat the slot after it
     }

@@ -1,7 +1,7 @@
 // The state of a multi-touch protocol B device, event by event.
 #pragma once
 
-#include "replay/EvemuText.h"
+#include "replay/DeviceText.h"
 #include "replay/RecordingReader.h"
 
 #include <cstdint>
@@ -20,11 +20,11 @@ class SlotTracker {
 public:
     // The initial values give the current slot and the pointer's position, by axis code. The events are looked through
     // once for fingers that are down from the start: those that move or lift without having landed.
-    SlotTracker(const std::map<int, std::int32_t>& initialValues, const std::vector<EvemuEvent>& events);
+    SlotTracker(const std::map<int, std::int32_t>& initialValues, const std::vector<DeviceEvent>& events);
 
     // Takes an event in; types and codes without a meaning for touch are ignored. True when it ends a report that
     // counts: one without lost events.
-    bool Apply(const EvemuEvent& event);
+    bool Apply(const DeviceEvent& event);
 
     // The fingers that are down, by ascending slot. A coordinate that was never told is the pointer's, else 0.
     [[nodiscard]] std::vector<Contact> Contacts() const;
@@ -38,8 +38,8 @@ private:
         bool identified = false;  // a tracking id or a lift came since the last end of a report
     };
 
-    void FindFingersAtStart(const std::vector<EvemuEvent>& events);
-    void ApplyAxis(const EvemuEvent& event);
+    void FindFingersAtStart(const std::vector<DeviceEvent>& events);
+    void ApplyAxis(const DeviceEvent& event);
     void EndReport();
 
     std::map<std::int32_t, Slot> m_slots;

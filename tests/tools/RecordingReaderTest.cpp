@@ -73,10 +73,45 @@ std::string Events(const std::string& script) {
     return text;
 }
 
-Recording Read(const std::string& text) {
+Recording Read(const std::string& text, const std::string& device = {}) {
     std::istringstream input(text);
-    return replay::ReadRecording(input, "r.evemu");
+    return replay::ReadRecording(input, "r.evemu", device);
 }
+
+// What libinput writes of the same device and events. It tells no initial values.
+std::string AsLibinput(const std::string& evemu, const std::string& name = "pad", const std::string& node = "event5") {
+    std::string axes;
+    std::string events;
+    std::istringstream lines(evemu);
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream words(line.substr(0, line.find('\t')));
+        std::string kind;
+        words >> kind >> std::hex;
+        if (kind == "A:") {
+            int code = 0;
+            int minimum = 0, maximum = 0, fuzz = 0, flat = 0, resolution = 0;
+            words >> code >> std::dec >> minimum >> maximum >> fuzz >> flat >> resolution;
+            axes += "      " + std::to_string(code) + ": [";
+            for (const int value : {minimum, maximum, fuzz, flat}) {
+                axes += std::to_string(value) + ", ";
+            }
+            axes += std::to_string(resolution) + "]\n";
+        } else if (kind == "E:") {
+            int seconds = 0, microseconds = 0, type = 0, code = 0, value = 0;
+            char point = 0;
+            words >> std::dec >> seconds >> point >> microseconds >> std::hex >> type >> code >> std::dec >> value;
+            events += "  - evdev:\n    - [" + std::to_string(seconds) + ", " + std::to_string(microseconds);
+            events +=
+                ", " + std::to_string(type) + ", " + std::to_string(code) + ", " + std::to_string(value) + "] # -\n";
+        }
+    }
+    return "- node: " + node + "\n  evdev:\n    # Name: x\n    name: \"" + name +
+           "\"\n    id: [3, 1, 2, 3]\n    codes:\n" + "      3: [53, 54] # EV_ABS\n    absinfo:\n" + axes +
+           "    properties: []\n  hid: []\n  events:\n" + events +
+           "  - libinput:\n    - {time: 1.2, type: TOUCH_FRAME}\n";
+}
+const std::string LibinputStart =
+    "# libinput record\nversion: 1\nndevices: 1\nlibinput:\n  version: \"1.22\"\ndevices:\n";
 
 using Fingers = std::vector<std::vector<Contact>>;
 
@@ -128,14 +163,17 @@ TEST(RecordingReader, FollowsTheSlotsOfAProtocolBDevice) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         EXPECT_EQ(FingersOf(Read(Start + row.description + Axes + Events(row.script))), row.fingers);
+        if (row.description.empty()) {
+            EXPECT_EQ(FingersOf(Read(LibinputStart + AsLibinput(Axes + Events(row.script)))), row.fingers);
+        }
     }
 }
 
 TEST(RecordingReader, TracksTheFingersOfAProtocolADevice) {
-    const Fingers fingers =
-        FingersOf(Read(Start + AxesA +
-                       Events("x100 y200 m r x110 y210 m x5000 y6000 m r x5010 y6010 m x120 y220 m r "
-                              "x130 y230 m d r x5020 y6020 m r t0 r")));
+    const std::string text = AxesA + Events("x100 y200 m r x110 y210 m x5000 y6000 m r x5010 y6010 m x120 y220 m r "
+                                            "x130 y230 m d r x5020 y6020 m r t0 r");
+    const Fingers fingers = FingersOf(Read(Start + text));
+    EXPECT_EQ(FingersOf(Read(LibinputStart + AsLibinput(text))), fingers);
     const std::vector<std::size_t> counts = {1, 2, 2, 1, 0};
     ASSERT_EQ(fingers.size(), counts.size()) << testing::PrintToString(fingers);
     for (std::size_t i = 0; i < counts.size(); ++i) {
@@ -169,12 +207,13 @@ TEST(RecordingReader, TakesAnythingFromAProtocolADevice) {
 
 TEST(RecordingReader, TellsTimesAndRangeAndSize) {
     const std::string events = Events("r >20 i5 x1 y2 r >1500 r");
-    const Recording plain = Read(Start + Axes + events);
-    EXPECT_EQ(plain.deviceName, "pad");
-    EXPECT_EQ(plain.x, (replay::DeviceAxis{0, 999, 99.9}));
-    EXPECT_EQ(plain.y, (replay::DeviceAxis{-100, 399, 99.8}));
-    EXPECT_EQ(plain.reports.at(1).timeUs, 20'000);
-    EXPECT_EQ(plain.reports.at(2).timeUs, 1'520'000);
+    for (const Recording& plain : {Read(Start + Axes + events), Read(LibinputStart + AsLibinput(Axes + events))}) {
+        EXPECT_EQ(plain.deviceName, "pad");
+        EXPECT_EQ(plain.x, (replay::DeviceAxis{0, 999, 99.9}));
+        EXPECT_EQ(plain.y, (replay::DeviceAxis{-100, 399, 99.8}));
+        EXPECT_EQ(plain.reports.at(1).timeUs, 20'000);
+        EXPECT_EQ(plain.reports.at(2).timeUs, 1'520'000);
+    }
     EXPECT_EQ(Read(Start + "# Size in mm: 595x334\n" + Axes + events).x.sizeMm, 595);
     EXPECT_FALSE(Read("N: pad\n" + AxesA + Events("x1 y2 m r")).x.sizeMm.has_value());
 }
@@ -192,12 +231,17 @@ TEST(RecordingReader, TakesEveryVersionCommentAndForeignEvent) {
 TEST(RecordingReader, AFaultIsNamedWithItsLine) {
     const std::string head = "# EVEMU 1.3\nN: pad\nA: 2f 0 1 0 0 0\nA: 35 0 9 0 0 0\nA: 36 0 9 0 0 0\n";
     const std::string report = "E: 2.000000 0003 0035 1\nE: 2.000000 0000 0000 0\n";
+    const std::string yaml = "version: 1\ndevices:\n- evdev:\n    absinfo:\n      53: [0, 9, 0, 0, 0]\n"
+                             "      54: [0, 9, 0, 0, 0]\n    name: pad\n  events:\n  - evdev:\n";
+    const std::string pads = LibinputStart + AsLibinput(Axes + report) + AsLibinput(Axes + report, "pad", "event6");
     const std::pair<std::string, const char*> rows[] = {
-        {"", "r.evemu: not an evemu recording"},
-        {report, "r.evemu:1: not an evemu recording"},
+        {"", "r.evemu: not a touch recording"},
+        {"some text\n", "r.evemu:1: not a touch recording"},
+        {report, "r.evemu: events without a description: expected \"r.desc\""},
+        {report + head, "r.evemu:4: expected an event"},
         {"# EVEMU 1.4\n", "r.evemu:1: unsupported version"},
         {"# EVEMU one\n", "r.evemu:1: unsupported version"},
-        {head, "r.evemu:5: the recording is cut off"},
+        {head, "r.evemu: there are no events in it"},
         {head + report + "E: 2.000000 0003 0035 2\n", "r.evemu:8: the recording is cut off"},
         {head + report + "E: 2.000000 0003 0035", "r.evemu:8: expected an event"},
         {head + report + "E: 2.000000 0003 0035 1 x\n", "r.evemu:8: expected an event"},
@@ -211,21 +255,73 @@ TEST(RecordingReader, AFaultIsNamedWithItsLine) {
         {"N: pad\nA: 35 0 9\n", "r.evemu:2: expected an axis"},
         {"N: pad\nA: 40 0 9 0 0 0\n", "r.evemu:2: expected an axis"},
         {"N: pad\nA: 35 9 9 0 0\nA: 36 0 9 0 0\n" + report, "r.evemu:2: expected an axis whose"},
-        {"N: pad\nA: 00 0 9 0 0\nA: 01 0 9 0 0\n" + report, "r.evemu: expected a multi-touch device"},
+        {"N: pad\nA: 00 0 9 0 0\nA: 01 0 9 0 0\n" + report, "r.evemu: there is no touch in it"},
         {head + report + "E: 1.999999 0000 0000 0\n", "r.evemu:8: the time runs backward"},
         {head + report + "E: 3602.000001 0000 0000 0\n", "r.evemu:8: expected a recording of at most an hour"},
         {head + "E: 2.000000 0003 002f 2\n" + report, "r.evemu:6: expected a slot from 0 to 1"},
         {head + "E: 2.000000 0000 0003 0\nE: 2.000000 0000 0000 0\n", "r.evemu: expected a report"},
+        {yaml + "    - [2, 0, 3, 53, 1]\n", "r.evemu:10: the recording is cut off"},
+        {yaml + "    - [2, 0, 0, 0, 0]\n    - [1, 0, 0, 0, 0]\n", "r.evemu:11: the time runs backward"},
+        {yaml + "    - [2, 0, 3, 5", "r.evemu:10: expected an event"},
+        {yaml + "    - [2, 0, 3, 53]\n", "r.evemu:10: expected an event"},
+        {yaml + "    - [2, 0, 3, 53, 1]]\n", "r.evemu:10: expected YAML"},
+        {yaml + "    - [2, 1000000, 3, 53, 1]\n", "r.evemu:10: expected an event"},
+        {yaml + "    - [2, 0, 3, 65536, 1]\n", "r.evemu:10: expected an event"},
+        {yaml + "    - [2, 0, 3, 53, 2147483648]\n", "r.evemu:10: expected an event"},
+        {yaml + "    - [2, 0, 3, 53, 1, 1]\n", "r.evemu:10: expected a list of 5 whole numbers"},
+        {yaml + "    - [2, 0, 3, x, 1]\n", "r.evemu:10: expected a list of 5 whole numbers"},
+        {yaml + "    - [2, 0, 3, , 1]\n", "r.evemu:10: expected"},
+        {yaml + "    - {2: 0}\n", "r.evemu:10: expected an event"},
+        {yaml + "    - *there\n", "r.evemu:10: expected"},
+        {yaml + "    - [2, 0, 0, 0, 0]\n  - &there 1\n  - *there\n", "r.evemu:11: expected keys with values"},
+        {yaml + "    - [2, 0, 0, 0, 0]\n  - keys: &there 1\n  - keys: *there\n", "r.evemu:12: expected no alias"},
+        {yaml + "    - [2, 0, 0, 0, 0]\n  - [a]: 1\n", "r.evemu:11: expected"},
+        {yaml + "    - [2, 0, 0, 0, 0]\nmore: " + std::string(99, '[') + std::string(99, ']'),
+         "r.evemu:11: nested more than 16 deep"},
+        {yaml + "    - [2, 0, 0, 0, 0]\n---\nmore: 1\n", "r.evemu:11: expected nothing behind"},
+        {"version: 1\ndevices: 3\n", "r.evemu:2: expected a list under \"devices\""},
+        {"version: 2\n", "r.evemu:1: unsupported version"},
+        {"devices:\n", "r.evemu: not a touch recording"},
+        {"version: 1\ndevices:\n- evdev:\n    absinfo:\n      64: [0, 9, 0, 0, 0]\n", "r.evemu:5: expected an axis"},
+        {"version: 1\ndevices:\n- evdev:\n    absinfo:\n      53: [0, 9, 0, 0]\n", "r.evemu:5: expected an axis"},
+        {LibinputStart + AsLibinput(report), "r.evemu: there is no touch in it"},
+        {LibinputStart + AsLibinput(Axes), "r.evemu: there are no events in it"},
+        {pads, "r.evemu: choose one of its touch devices with --device: \"pad\" at \"event5\", \"pad\" at \"event6\""},
     };
     for (const auto& [text, expected] : rows) {
         try {
             (void)Read(text);
             ADD_FAILURE() << "no error, but not " << expected;
         } catch (const replay::ReadError& error) {
-            EXPECT_TRUE(std::string(error.what()).starts_with(expected)) << error.what();
+            EXPECT_TRUE(std::string(error.what()).starts_with(expected)) << error.what() << ", but not " << expected;
         }
     }
     EXPECT_THROW((void)replay::ReadRecordingFile("/nowhere/r.evemu"), replay::ReadError);
+}
+
+TEST(RecordingReader, ADeviceIsChosenByNameOrNode) {
+    const std::string keys = AsLibinput("E: 1.000000 0001 0002 1\n", "keys", "event3");
+    const std::string untouched = AsLibinput(Axes, "pen", "event4");
+    const std::string first = AsLibinput(Axes + Events("i5 x1 y2 r"));
+    const std::string second = AsLibinput(Axes + Events("i6 x3 y4 r"), "pad", "event6");
+    const Fingers one = {{{0, 5, 1, 2}}};
+    const Fingers two = {{{0, 6, 3, 4}}};
+    EXPECT_EQ(FingersOf(Read(LibinputStart + keys + untouched + first)), one);
+    EXPECT_EQ(FingersOf(Read(LibinputStart + keys + first, "pad")), one);
+    EXPECT_EQ(FingersOf(Read(LibinputStart + first + second, "event6")), two);
+    const std::pair<const char*, const char*> rows[] = {
+        {"pad", "r.evemu: choose one of its touch devices with --device: \"pad\" at \"event5\", \"pad\""},
+        {"keys", "r.evemu: there is no touch device \"keys\" in it, but \"pad\" at \"event5\", \"pen\""},
+        {"pen", "r.evemu: there are no events in it"},
+    };
+    for (const auto& [device, expected] : rows) {
+        try {
+            (void)Read(LibinputStart + first + keys + untouched + second, device);
+            ADD_FAILURE() << "no error, but not " << expected;
+        } catch (const replay::ReadError& error) {
+            EXPECT_TRUE(std::string(error.what()).starts_with(expected)) << error.what();
+        }
+    }
 }
 
 // The recordings beside the project. They are no part of it, so a machine may be without them.
@@ -249,11 +345,11 @@ std::vector<std::filesystem::path> SharedRecordings() {
 }
 
 // libevemu reads the same device and the same events.
-void ExpectTextOfLibrary(const replay::EvemuText& text, const std::filesystem::path& path) {
+void ExpectTextOfLibrary(const replay::DeviceText& text, const std::filesystem::path& path) {
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "r"), &std::fclose);
     const std::unique_ptr<evemu_device, void (*)(evemu_device*)> device(evemu_new(nullptr), &evemu_delete);
     ASSERT_TRUE(file && device && evemu_read(device.get(), file.get()) > 0);
-    EXPECT_EQ(text.deviceName, evemu_get_name(device.get()));
+    EXPECT_EQ(text.name, evemu_get_name(device.get()));
     for (int code = 0; code <= ABS_MAX; ++code) {
         const auto axis = text.axes.find(code);
         ASSERT_EQ(axis != text.axes.end(), evemu_has_event(device.get(), EV_ABS, code) != 0) << code;
@@ -267,7 +363,7 @@ void ExpectTextOfLibrary(const replay::EvemuText& text, const std::filesystem::p
     std::size_t count = 0;
     for (input_event event{}; evemu_read_event(file.get(), &event) > 0; ++count) {
         ASSERT_LT(count, text.events.size());
-        const replay::EvemuEvent& own = text.events[count];
+        const replay::DeviceEvent& own = text.events[count];
         EXPECT_EQ(own.timeUs, event.input_event_sec * 1'000'000 + event.input_event_usec);
         EXPECT_EQ(std::tie(own.type, own.code, own.value), std::tie(event.type, event.code, event.value));
     }
