@@ -61,6 +61,13 @@ void CheckOutputs(const Options& options) {
     }
 }
 
+// What the component asks of the environment.
+const std::vector<std::string> EnvironmentSwitches = {"HXAPP_DONTPAN", "HXAPP_DONTSPIN", "HXAPP_DONTZOOM",
+                                                      "HXAPP_TOUCH_TWO_HANDS_EXPLORE",
+                                                      "HXAPP_TWO_FINGER_TAP_TOUCH_MODE_CHANGE"};
+
+constexpr const char* ExploreMethod = "explore";
+
 // Declares the options and parses. CLI11's exceptions for help, version and faults pass on.
 class CommandLine {
 public:
@@ -72,7 +79,7 @@ public:
         m_app
             .add_option("FILE", m_options.file,
                         "A session (JSON Lines: it begins with '{' or its name ends in .jsonl) or a touch recording "
-                        "(evemu)")
+                        "(of evemu, whole or in two files, or of libinput record)")
             ->required();
         AddOutputs();
         AddRecordingOptions();
@@ -90,6 +97,7 @@ public:
             ParseSize(m_size, m_options.recording);
         }
         m_options.recording.orthographic = m_camera == "orthographic";
+        CheckView();
         for (const CLI::Option* option : m_recordingOptions) {
             if (option->count() > 0) {
                 m_options.recordingOptions.push_back(option->get_name());
@@ -106,6 +114,19 @@ public:
     [[nodiscard]] std::string GetVersion() const { return m_app.version(); }
 
 private:
+    // What is given for a shape view has to mean something there.
+    void CheckView() const {
+        const RecordingOptions& recording = m_options.recording;
+        for (const char* name : {"--camera", "--nav-method"}) {
+            if (m_app.count(name) > 0 && !viewer::IsShapeViewKind(recording.viewKind)) {
+                throw UsageError(std::string(name) + ": for shape views only, and --view is " + recording.viewKind);
+            }
+        }
+        if (recording.navMethod == ExploreMethod && recording.orthographic) {
+            throw UsageError("--nav-method: explore is for --camera perspective only");
+        }
+    }
+
     void AddOutputs() {
         m_app
             .add_option("--trace", m_options.tracePath,
@@ -126,16 +147,30 @@ private:
         RecordingOptions& recording = m_options.recording;
         const std::vector<std::string> kinds(viewer::ViewKinds.begin(), viewer::ViewKinds.end());
         m_recordingOptions = {
+            m_app
+                .add_option("--device", m_options.device,
+                            "Events of evemu alone: the file that describes their device, by default the one of the "
+                            "same name that ends in .desc. Several devices: the name or node of the one to play")
+                ->type_name("FILE|NAME"),
+            m_app.add_flag("--flip-x", recording.mounting.flipX, "The panel's columns run from right to left"),
+            m_app.add_flag("--flip-y", recording.mounting.flipY, "The panel's rows run from bottom to top"),
+            m_app
+                .add_option("--rotate", recording.mounting.rotation,
+                            "The panel, flipped or not, is mounted turned clockwise by so many degrees")
+                ->type_name("DEGREES")
+                ->check(CLI::IsMember({90, 180, 270})),
             m_app.add_option("--size", m_size, "The view in pixels, 1280x800 by default")->type_name("WxH"),
             m_app.add_option("--view", recording.viewKind, "The kind of view, shapeview by default")
                 ->check(CLI::IsMember(kinds)),
             m_app.add_option("--camera", m_camera, "Of a shape view, orthographic by default")
                 ->check(CLI::IsMember({"orthographic", "perspective"})),
             m_app
-                .add_option("--nav-method", recording.navMethod, "Of a shape view: \"explore\" flies and looks around")
-                ->type_name("NAME"),
+                .add_option("--nav-method", recording.navMethod,
+                            "Of a shape view, standard by default; explore flies and looks around, with a perspective "
+                            "camera")
+                ->check(CLI::IsMember({"standard", ExploreMethod})),
             m_app.add_option("--env", recording.environment, "An environment switch that is on; may be repeated")
-                ->type_name("NAME")
+                ->check(CLI::IsMember(EnvironmentSwitches))
                 ->expected(1)
                 ->take_all(),
             m_app.add_flag("--mouse-echo", m_options.mouseEcho,

@@ -23,6 +23,7 @@ struct Options {
 
     // For recordings only. The bounds are those of the model, which the command line does not know.
     RecordingOptions recording;
+    std::string device;  // of which a recording is: a description's file, or a name or node; may be empty
     bool mouseEcho = false;
     std::vector<std::string> recordingOptions;  // the names of those of them that were given
 

@@ -27,6 +27,7 @@
 #include <stdexcept>
 #include <system_error>
 #include <utility>
+#include <variant>
 
 namespace replay {
 
@@ -63,11 +64,26 @@ Session LoadSession(const Options& options, const viewer::Model& model) {
     }
     RecordingOptions recordingOptions = options.recording;
     recordingOptions.bounds = model.GetBounds();
-    Session session = SessionFromRecording(ReadRecordingFile(options.file), recordingOptions);
+    Session session = SessionFromRecording(ReadRecordingFile(options.file, options.device), recordingOptions);
     if (options.mouseEcho) {
         AddMouseEcho(session);
     }
     return session;
+}
+
+void CheckModelIsShown(const Options& options, const Session& session) {
+    const auto isShapeView = [](const std::optional<viewer::ViewSpec>& view) {
+        return view && viewer::IsShapeViewKind(view->kind);
+    };
+    const auto setsShapeView = [&](const Event& event) {
+        const auto* change = std::get_if<SetViewEvent>(&event);
+        return change != nullptr && isShapeView(change->view);
+    };
+    const bool isShown =
+        isShapeView(session.view) || std::any_of(session.events.begin(), session.events.end(), setsShapeView);
+    if (options.modelPath && !isShown) {
+        throw UsageError("--model: for shape views only, and " + options.file + " is played without one");
+    }
 }
 
 // The component: the one that is asked for, else the one that was built or installed with this program.
@@ -126,6 +142,7 @@ void Replay(const Options& options, const ProgramSetup& setup) {
     const std::shared_ptr<const viewer::Model> model =
         options.modelPath ? LoadModelFile(*options.modelPath) : viewer::MakeMachinePart();
     const Session session = LoadSession(options, *model);
+    CheckModelIsShown(options, session);
     const std::string plugin = FindPlugin(options, setup);
     Player player(session, plugin, model);
     if (!player.GetViewer().GetComponentState()) {

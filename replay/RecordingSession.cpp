@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <limits>
 #include <numbers>
 #include <optional>
 #include <utility>
@@ -20,7 +19,6 @@ constexpr std::int64_t TailMs = 600;  // longer than the silence of 500 ms that 
 // Both clocks start above zero: a time of 0 or less carries no value.
 constexpr std::int64_t HostClockStartMs = 1000;
 constexpr std::int32_t TouchClockStartMs = 1000;
-constexpr double MillimetresPerInch = 25.4;
 constexpr std::int64_t MicrosecondsPerMs = 1000;
 
 // Default cameras look at the middle of the model from the front right and above, Z up, and show it with a little room
@@ -83,31 +81,10 @@ viewer::ViewSpec MakeView(const RecordingOptions& options) {
     return view;
 }
 
-int PixelsPerInch(std::uint32_t pixels, const DeviceAxis& axis) {
-    if (!axis.sizeMm) {
-        return viewer::HostSettings().ppiX;
-    }
-    const double ppi = std::round(pixels * MillimetresPerInch / *axis.sizeMm);
-    return static_cast<int>(std::clamp(ppi, 1.0, static_cast<double>(std::numeric_limits<std::int32_t>::max())));
-}
-
-// The part of the axis that lies before a coordinate, 0 to 1 inside the device's range.
-double FractionOf(std::int32_t coordinate, const DeviceAxis& axis) {
-    return (static_cast<double>(coordinate) - axis.minimum) / (static_cast<double>(axis.maximum) - axis.minimum);
-}
-
-// A pixel of a view. The component takes the coordinate 0 for no value, so the first row and column are left out.
-std::int32_t PixelAt(double fraction, std::uint32_t pixels) {
-    const double last = std::max(1.0, static_cast<double>(pixels) - 1);
-    const double bounded = std::clamp(std::round(fraction * last), 1.0, last);
-    return static_cast<std::int32_t>(std::min(bounded, static_cast<double>(std::numeric_limits<std::int32_t>::max())));
-}
-
 // Sends the reports of a recording as touch frames.
 class FrameSource {
 public:
-    FrameSource(const Recording& recording, const RecordingOptions& options)
-        : m_recording(recording), m_options(options) {}
+    explicit FrameSource(const PanelMapping& mapping) : m_mapping(mapping) {}
 
     // A frame for the report, or none if it changes nothing.
     std::optional<TouchEvent> FrameOf(const Report& report, std::int64_t ms) {
@@ -163,9 +140,8 @@ private:
     }
 
     [[nodiscard]] viewer::TouchRecord RecordOf(const Contact& contact, std::int32_t flags) const {
-        // Device rows count downward, view rows upward.
-        return {contact.trackingId, PixelAt(FractionOf(contact.x, m_recording.x), m_options.width),
-                PixelAt(1 - FractionOf(contact.y, m_recording.y), m_options.height), 0, flags};
+        const Pixel pixel = m_mapping.PixelOf(contact.x, contact.y);
+        return {contact.trackingId, pixel.x, pixel.y, 0, flags};
     }
 
     std::optional<TouchEvent> Send(std::int64_t ms) {
@@ -182,8 +158,7 @@ private:
         return event;
     }
 
-    const Recording& m_recording;
-    const RecordingOptions& m_options;
+    const PanelMapping& m_mapping;
     std::vector<Contact> m_reported;  // as the last report told them
     std::vector<Finger> m_fingers;    // by slot; with their last records; at most as many as a frame has
 };
@@ -191,8 +166,8 @@ private:
 // Puts ticks, frames of reports and frames of resting fingers in the order of their times.
 class Timeline {
 public:
-    Timeline(const Recording& recording, const RecordingOptions& options)
-        : m_source(recording, options), m_next(recording.reports.begin()), m_end(recording.reports.end()) {
+    Timeline(const Recording& recording, const PanelMapping& mapping)
+        : m_source(mapping), m_next(recording.reports.begin()), m_end(recording.reports.end()) {
         const std::int64_t lastMs = recording.reports.empty() ? 0 : TimeOf(recording.reports.back());
         for (std::int64_t tick = 0; tick < lastMs + TailMs + TickMs; tick += TickMs) {
             m_events.emplace_back(TimerEvent{HostClockStartMs + tick, TickMs});
@@ -233,11 +208,12 @@ private:
 
 Session SessionFromRecording(const Recording& recording, const RecordingOptions& options) {
     Session session;
-    session.host.ppiX = PixelsPerInch(options.width, recording.x);
-    session.host.ppiY = PixelsPerInch(options.height, recording.y);
+    const PanelMapping mapping(recording.x, recording.y, options.mounting, options.width, options.height);
+    session.host.ppiX = mapping.PixelsPerInchX();
+    session.host.ppiY = mapping.PixelsPerInchY();
     session.host.environment = options.environment;
     session.view = MakeView(options);
-    session.events = Timeline(recording, options).TakeEvents();
+    session.events = Timeline(recording, mapping).TakeEvents();
     return session;
 }
 

@@ -118,6 +118,21 @@ TEST_F(Program, TellsEachFaultInOneLineAndLeavesNothingBehind) {
         {"tap.jsonl --mouse-echo", "--mouse-echo: for recordings only"},
         {"bad.evemu --view movie", "--view"},
         {"bad.evemu --camera fisheye", "--camera"},
+        {"bad.evemu --nav-method fly", "--nav-method"},
+        {"bad.evemu --nav-method explore", "--nav-method: .*--camera perspective"},
+        {"bad.evemu --view drawingview --nav-method standard", "--nav-method: for shape views only"},
+        {"bad.evemu --view drawingview --camera perspective", "--camera: for shape views only"},
+        {"whole.evemu --view drawingview --model m.obj", "--model: for shape views only"},
+        {"bad.evemu --env HXAPP_DONTFLY", "--env"},
+        {"bad.evemu --rotate 45", "--rotate"},
+        {"lone.events", "lone\\.events: events without a description: .*\"lone\\.desc\" .*--device FILE"},
+        {"lone.events --device none.desc", "none\\.desc: cannot be read"},
+        {"lone.events --device bad.desc", "bad\\.desc:2: expected an axis"},
+        {"lone.events --device lone.events", "lone\\.events: not the description of a device"},
+        {"lone.events --device keys.desc", "keys\\.desc: there is no touch in it"},
+        {"cut.events", "cut\\.events:1: the recording is cut off"},
+        {"cut.desc", "cut\\.desc: there are no events in it"},
+        {"whole.evemu --device cut.desc", "whole\\.evemu: it describes its device itself"},
         {"tap.jsonl --trace t --plugin ./none.so", "none\\.so"},
         {"tap.jsonl --trace t --plugin tap.jsonl", "tap\\.jsonl"},
         {"tap.jsonl --trace t --model none.obj", "none\\.obj"},
@@ -131,6 +146,16 @@ TEST_F(Program, TellsEachFaultInOneLineAndLeavesNothingBehind) {
     Write("bad.jsonl", Header + "{\"timer\": [1]}\n");
     Write("bad.evemu", "This is no recording.\n");
     Write("empty.evemu", "");
+    const std::string description = "N: pad\nA: 35 0 9 0 0\nA: 36 0 9 0 0\n";
+    Write("whole.evemu",
+          description +
+              "E: 1.000000 0003 0035 1\nE: 1.000000 0003 0036 1\nE: 1.000000 0000 0002 0\nE: 1.000000 0000 0000 0\n");
+    Write("lone.events", "E: 1.000000 0000 0000 0\n");
+    Write("bad.desc", "N: pad\nA: 35 0\n");
+    Write("keys.desc", "N: keys\n");
+    Write("cut.events", "E: 1.000000 0003 0035 0\n");
+    Write("cut.desc", description);
+    Write("m.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
     const auto before = Files();
     for (const auto& [arguments, error] : rows) {
         SCOPED_TRACE(arguments);
@@ -178,7 +203,9 @@ TEST_F(Program, TellsWhenItsReaderHasGone) {
 TEST_F(Program, AnswersForHelpAndVersion) {
     const Result help = Run("--help");
     EXPECT_EQ(help.exitCode, 0);
-    EXPECT_THAT(help.output, HasSubstr("--storyboard"));
+    for (const char* text : {"--storyboard", "ecadpcbview", "explore", "HXAPP_DONTPAN"}) {
+        EXPECT_THAT(help.output, HasSubstr(text));
+    }
     const Result version = Run("--version");
     EXPECT_EQ(version.exitCode, 0);
     EXPECT_THAT(version.output, MatchesRegex("touch-replay [0-9]+\\.[0-9]+\\.[0-9]+\n"));
@@ -232,6 +259,16 @@ TEST_F(Program, GivesTheSameBytesFromARecordingAndTheSessionMadeOfIt) {
     }
 }
 
+TEST_F(Program, PlaysEventsWithADescriptionOfTheirOwn) {
+    const std::string recording = "'" BUNDLED_RECORDINGS_DIR "/tap.evemu'";
+    ASSERT_EQ(Shell("grep -v ^E: " + recording + " >a.desc && grep ^E: " + recording + " >a.events").exitCode, 0);
+    fs::copy(Inside() / "a.events", Inside() / "b.events");
+    const std::string trace = Run(recording + " --trace -").output;
+    EXPECT_THAT(trace, HasSubstr("MsgClickLeft"));
+    EXPECT_EQ(Run("a.events --trace -").output, trace);
+    EXPECT_EQ(Run("b.events --device a.desc --trace -").output, trace);
+}
+
 // Under the sanitizers this is also where a leak or an undefined step of a whole gesture would show.
 TEST_F(Program, EveryBundledRecordingDoesWhatItsNameSays) {
     const std::string explore = " --camera perspective --nav-method explore";
@@ -251,6 +288,9 @@ TEST_F(Program, EveryBundledRecordingDoesWhatItsNameSays) {
         {"double-tap", "", "left click at (692, 377) px"},
         {"two-finger-tap", " --env HXAPP_TWO_FINGER_TAP_TOUCH_MODE_CHANGE", "switched to select mode"},
         {"pan", "", "Pan: moved 198 px right and 123 px up\n"},
+        {"pan", " --rotate 180", "Pan: moved 197 px left and 123 px down\n"},
+        {"pan", " --flip-y", "Pan: moved 198 px right and 123 px down\n"},
+        {"pan", " --flip-x", "Pan: moved 197 px left and 123 px up\n"},
         {"pinch-open", "", "Zoom: zoomed in 1.63 times (width 14.9 to 9.11 units)\n"},
         {"pinch-open", " --env HXAPP_DONTZOOM", "Pan: moved 1 px left and 1 px down (58 px along the way)\n"},
         {"pinch-open", " --camera perspective", "Zoom: zoomed in 1."},

@@ -159,6 +159,37 @@ TEST(RecordingSession, TheDeviceFillsTheViewWithoutPixelZero) {
     EXPECT_GT(SessionFromRecording(wall, {}).host.ppiY, 1);
 }
 
+TEST(RecordingSession, APanelMayBeMountedAnotherWay) {
+    struct Row {
+        const char* name;
+        replay::Mounting mounting;
+        replay::Pixel pixel;
+        int ppiX, ppiY;
+    };
+    const Row rows[] = {
+        {"as it is", {}, {200, 450}, 100, 100},
+        {"columns from the right", {true, false, 0}, {800, 450}, 100, 100},
+        {"rows from the bottom", {false, true, 0}, {200, 50}, 100, 100},
+        {"its top at the right", {false, false, 90}, {900, 400}, 200, 50},
+        {"its top below", {false, false, 180}, {800, 50}, 100, 100},
+        {"its top at the left", {false, false, 270}, {100, 100}, 200, 50},
+        {"flipped, then turned", {true, false, 90}, {900, 100}, 200, 50},
+    };
+    const Recording recording{"panel", {0, 1000, 254.0}, {0, 500, 127.0}, {{0, {{0, 7, 200, 50}}}}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        RecordingOptions options;
+        options.mounting = row.mounting;
+        options.width = 1001;
+        options.height = 501;
+        const Session session = SessionFromRecording(recording, options);
+        const auto& record = std::get<replay::TouchEvent>(session.events.at(1)).frame.records[0];
+        EXPECT_EQ((replay::Pixel{record.x, record.y}), row.pixel);
+        EXPECT_EQ(session.host.ppiX, row.ppiX);
+        EXPECT_EQ(session.host.ppiY, row.ppiY);
+    }
+}
+
 TEST(RecordingSession, CamerasLookAtTheModelWithZUp) {
     for (const bool orthographic : {true, false}) {
         RecordingOptions options = PixelView();
