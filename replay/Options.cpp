@@ -6,7 +6,6 @@
 #include <array>
 #include <charconv>
 #include <cstdint>
-#include <map>
 #include <string_view>
 #include <utility>
 
@@ -47,16 +46,11 @@ void CheckOutputs(const Options& options) {
         throw UsageError("--storyboard: expected a file that ends in .svg or .png, found \"" + *options.storyboardPath +
                          "\"");
     }
-    std::map<std::string, std::string> outputs;
     for (const auto& [name, path] :
          {std::pair<const char*, const std::optional<std::string>&>{"--trace", options.tracePath},
-          {"--write-session", options.sessionPath},
-          {"--storyboard", options.storyboardPath}}) {
+          {"--write-session", options.sessionPath}}) {
         if (path && path->empty()) {
             throw UsageError(std::string(name) + ": expected a file name");
-        }
-        if (const auto [other, isNew] = outputs.emplace(path.value_or(name), name); !isNew) {
-            throw UsageError(std::string(name) + ": " + *path + " is written by " + other->second + " already");
         }
     }
 }
@@ -79,7 +73,7 @@ public:
         m_app
             .add_option("FILE", m_options.file,
                         "A session (JSON Lines: it begins with '{' or its name ends in .jsonl) or a touch recording "
-                        "(of evemu, whole or in two files, or of libinput record)")
+                        "(of evemu, whole or in two files, or of libinput record); - is standard input")
             ->required();
         AddOutputs();
         AddRecordingOptions();
@@ -93,8 +87,8 @@ public:
     Options Parse(std::vector<std::string> arguments) {
         std::reverse(arguments.begin(), arguments.end());  // as CLI11 wants a vector
         m_app.parse(std::move(arguments));
-        if (!m_size.empty()) {
-            ParseSize(m_size, m_options.recording);
+        if (m_size) {
+            ParseSize(*m_size, m_options.recording);
         }
         m_options.recording.orthographic = m_camera == "orthographic";
         CheckView();
@@ -138,7 +132,9 @@ private:
             ->type_name("SECONDS");
         m_app.add_option("--to", m_options.window.to, "Tell and draw what happens up to this time")
             ->type_name("SECONDS");
-        m_app.add_option("--write-session", m_options.sessionPath, "Write the session that is replayed")
+        m_app
+            .add_option("--write-session", m_options.sessionPath,
+                        "Write the session that is replayed; - is standard output")
             ->type_name("FILE");
     }
 
@@ -183,7 +179,7 @@ private:
 
     CLI::App m_app;
     Options m_options;
-    std::string m_size;
+    std::optional<std::string> m_size;
     std::string m_camera = "orthographic";
     std::vector<CLI::Option*> m_recordingOptions;
 };

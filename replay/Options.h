@@ -19,7 +19,7 @@ public:
 };
 
 struct Options {
-    std::string file;  // the session or recording
+    std::string file;  // the session or recording; "-" is standard input
 
     // For recordings only. The bounds are those of the model, which the command line does not know.
     RecordingOptions recording;
@@ -29,13 +29,14 @@ struct Options {
 
     std::optional<std::string> modelPath;  // no value: the built-in model
     std::optional<std::string> pluginPath;
-    std::optional<std::string> sessionPath;  // the outputs that are wanted
-    std::optional<std::string> tracePath;    // "-" is standard output
+    // The outputs that are wanted; "-" is standard output, which the story leaves to them.
+    std::optional<std::string> sessionPath;
+    std::optional<std::string> tracePath;
     std::optional<std::string> storyboardPath;
 
     TimeWindow window;  // of the story and the storyboard
 
-    [[nodiscard]] bool IsTraceOnStandardOutput() const { return tracePath == "-"; }
+    [[nodiscard]] bool IsStoryTold() const { return tracePath != "-" && sessionPath != "-"; }
 };
 
 // No value when help or the version was asked for; that is then written to the output. Throws UsageError.

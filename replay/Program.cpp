@@ -1,10 +1,12 @@
 #include "replay/Program.h"
 
 #include "replay/InputFile.h"
+#include "replay/Interrupt.h"
 #include "replay/ModelFile.h"
 #include "replay/MouseEcho.h"
 #include "replay/Options.h"
 #include "replay/OutputFile.h"
+#include "replay/Outputs.h"
 #include "replay/Player.h"
 #include "replay/ProgressBar.h"
 #include "replay/RecordingReader.h"
@@ -13,20 +15,19 @@
 #include "replay/Story.h"
 #include "replay/StorySheet.h"
 #include "replay/StoryWriter.h"
+#include "replay/Storyboard.h"
 #include "replay/TraceWriter.h"
 #include "viewer/MachinePart.h"
 
 #include <algorithm>
-#include <cerrno>
+#include <cctype>
 #include <csignal>
 #include <filesystem>
 #include <iostream>
 #include <memory>
 #include <new>
 #include <optional>
-#include <stdexcept>
 #include <system_error>
-#include <utility>
 #include <variant>
 
 namespace replay {
@@ -34,37 +35,24 @@ namespace replay {
 namespace {
 
 constexpr int FaultExitCode = 2;
-volatile std::sig_atomic_t g_interrupted = 0;
-
-// The replay ends in good order and leaves no half-written file. A second interrupt ends the program at once.
-extern "C" void NoteInterrupt(int signal) {
-    g_interrupted = 1;
-    std::signal(signal, SIG_DFL);
-}
-
-constexpr const char* StandardOutputName = "standard output";
 
 // A session begins with the brace of its first object; no recording does.
-bool IsSession(const std::string& fileName) {
-    if (std::filesystem::path(fileName).extension() == ".jsonl") {
-        return true;
-    }
-    std::ifstream file = OpenInputFile(fileName);
-    char first = 0;
-    return (file >> first) && first == '{';
+bool IsSession(InputFile& input) {
+    return std::filesystem::path(input.GetName()).extension() == ".jsonl" || input.PeekFirst() == '{';
 }
 
-Session LoadSession(const Options& options, const viewer::Model& model) {
-    if (IsSession(options.file)) {
+Session LoadSession(const Options& options, InputFile& input, const viewer::Model& model) {
+    if (IsSession(input)) {
         if (!options.recordingOptions.empty()) {
-            throw UsageError(options.recordingOptions.front() + ": for recordings only, and " + options.file +
+            throw UsageError(options.recordingOptions.front() + ": for recordings only, and " + input.GetName() +
                              " is a session, which says itself how it is set up");
         }
-        return ReadSessionFile(options.file);
+        return ReadSession(input.GetStream(), input.GetName());
     }
     RecordingOptions recordingOptions = options.recording;
     recordingOptions.bounds = model.GetBounds();
-    Session session = SessionFromRecording(ReadRecordingFile(options.file, options.device), recordingOptions);
+    Session session =
+        SessionFromRecording(ReadRecording(input.GetStream(), input.GetName(), options.device), recordingOptions);
     if (options.mouseEcho) {
         AddMouseEcho(session);
     }
@@ -100,48 +88,35 @@ std::string FindPlugin(const Options& options, const ProgramSetup& setup) {
     return (program.parent_path() / setup.pluginBeside).lexically_normal().string();
 }
 
-// Lets something write to standard output. Throws WriteError when that, or what was written before, is lost.
-template <typename Write>
-void WriteStandardOutput(const Write& write) {
-    errno = 0;
-    write();
-    if (!std::cout) {
-        throw WriteError(StandardOutputName, errno);
+// Plays the session, with its trace and its story.
+void Play(Player& player, OutputFile* trace, Story* story) {
+    std::optional<ProgressBar> bar;
+    if (IsErrorTerminal()) {
+        bar.emplace(std::cerr);
     }
+    player.Play(
+        [&](const Observation& observation) {
+            if (trace != nullptr) {
+                WriteTraceLine(observation, trace->GetStream());
+                trace->Check();
+            }
+            if (story != nullptr) {
+                story->Observe(observation, player.GetViewer().TakeSnapshot());
+            }
+        },
+        [&](std::size_t done, std::size_t total) {
+            if (bar) {
+                bar->Update(done, total);
+            }
+        });
 }
 
-// Where the trace goes: nowhere, to standard output or to a file.
-class TraceOutput {
-public:
-    explicit TraceOutput(const Options& options) : m_toStandardOutput(options.IsTraceOnStandardOutput()) {
-        if (options.tracePath && !m_toStandardOutput) {
-            m_file.emplace(*options.tracePath);
-        }
-    }
-
-    void Write(const Observation& observation) {
-        if (m_toStandardOutput) {
-            WriteStandardOutput([&] { WriteTraceLine(observation, std::cout); });
-        } else if (m_file) {
-            WriteTraceLine(observation, m_file->GetStream());
-            m_file->Check();
-        }
-    }
-    void Commit() {
-        if (m_file) {
-            m_file->Commit();
-        }
-    }
-
-private:
-    bool m_toStandardOutput;
-    std::optional<OutputFile> m_file;
-};
-
-void Replay(const Options& options, const ProgramSetup& setup) {
+void Replay(const Options& options, const ProgramSetup& setup, OutputFile& standardOutput) {
+    CheckDistinct(options);
     const std::shared_ptr<const viewer::Model> model =
         options.modelPath ? LoadModelFile(*options.modelPath) : viewer::MakeMachinePart();
-    const Session session = LoadSession(options, *model);
+    InputFile input(options.file);
+    const Session session = LoadSession(options, input, *model);
     CheckModelIsShown(options, session);
     const std::string plugin = FindPlugin(options, setup);
     Player player(session, plugin, model);
@@ -150,61 +125,40 @@ void Replay(const Options& options, const ProgramSetup& setup) {
                   << "are left out\n";
     }
 
-    TraceOutput trace(options);
-    std::optional<OutputFile> sessionFile;
-    if (options.sessionPath) {
-        sessionFile.emplace(*options.sessionPath);
-        WriteSession(session, sessionFile->GetStream());
+    Outputs outputs(options);
+    if (outputs.session) {
+        WriteSession(session, outputs.session->GetStream());
+        outputs.session->Check();
     }
     std::optional<Story> story;
-    if (!options.IsTraceOnStandardOutput() || options.storyboardPath) {
+    if (options.IsStoryTold() || outputs.storyboard) {
         story.emplace(session.view, player.GetViewer().TakeSnapshot(), options.window);
     }
-    {
-        std::optional<ProgressBar> bar;
-        if (IsErrorTerminal()) {
-            bar.emplace(std::cerr);
-        }
-        player.Play(
-            [&](const Observation& observation) {
-                if (g_interrupted != 0) {
-                    throw std::runtime_error("interrupted");
-                }
-                trace.Write(observation);
-                if (story) {
-                    story->Observe(observation, player.GetViewer().TakeSnapshot());
-                }
-            },
-            [&](std::size_t done, std::size_t total) {
-                if (bar) {
-                    bar->Update(done, total);
-                }
-            });
-    }
+    Play(player, outputs.trace ? &*outputs.trace : nullptr, story ? &*story : nullptr);
 
-    // Nothing takes its place before everything has succeeded that still can fail.
-    const std::string title = std::filesystem::path(options.file).filename().string();
+    const std::string title = std::filesystem::path(input.GetName()).filename().string();
     if (story) {
         story->Finish();
     }
-    if (options.storyboardPath) {
-        WriteStoryboard(MakeSheet(*story, title, model), *options.storyboardPath);
+    if (outputs.storyboard) {
+        outputs.storyboard->GetStream() << DrawStoryboard(MakeSheet(*story, title, model), *options.storyboardPath);
     }
-    if (sessionFile) {
-        sessionFile->Commit();
+    // Nothing takes its place before everything has succeeded that still can fail.
+    outputs.Finish();
+    if (options.IsStoryTold()) {
+        WriteStory(*story, title, standardOutput.GetStream());
+        standardOutput.Finish();
     }
-    trace.Commit();
-    if (!options.IsTraceOnStandardOutput()) {
-        WriteStandardOutput([&] { WriteStory(*story, title, std::cout); });
-    }
+    outputs.Commit();
 }
 
-// A text of any origin as one line.
+// A text of any origin as one line, without what a terminal would take for an order.
 std::string OnOneLine(std::string text) {
     while (!text.empty() && text.back() == '\n') {
         text.pop_back();
     }
-    std::replace(text.begin(), text.end(), '\n', ' ');
+    std::replace_if(
+        text.begin(), text.end(), [](char c) { return std::iscntrl(static_cast<unsigned char>(c)) != 0; }, ' ');
     return text;
 }
 
@@ -218,21 +172,22 @@ int Fail(const std::string& text) {
 int RunProgram(int argc, const char* const* argv, const ProgramSetup& setup) {
     // A reader that goes away is a fault like any other and shall be told.
     std::signal(SIGPIPE, SIG_IGN);
-    std::signal(SIGINT, NoteInterrupt);
-    std::signal(SIGTERM, NoteInterrupt);
+    EndOnInterrupt();
     std::ios::sync_with_stdio(false);
     try {
-        std::optional<Options> options;
-        WriteStandardOutput([&] { options = ParseOptions(argc, argv, setup.version, std::cout); });
+        OutputFile standardOutput(StandardStreamPath);
+        const std::optional<Options> options = ParseOptions(argc, argv, setup.version, standardOutput.GetStream());
         if (options) {
-            Replay(*options, setup);
+            Replay(*options, setup, standardOutput);
         }
-        WriteStandardOutput([] { std::cout.flush(); });
+        standardOutput.Finish();
         return 0;
     } catch (const std::bad_alloc&) {
         return Fail("out of memory");
     } catch (const std::exception& fault) {
         return Fail(fault.what());
+    } catch (...) {
+        return Fail("the component threw what is no standard exception");
     }
 }
 

@@ -1,6 +1,5 @@
 #include "replay/Storyboard.h"
 
-#include "replay/OutputFile.h"
 #include "replay/PanelOverlay.h"
 #include "replay/PanelPainter.h"
 #include "replay/SheetCanvas.h"
@@ -92,23 +91,16 @@ std::string DrawSheet(const Sheet& sheet, SheetFormat format) {
     return canvas.Finish();
 }
 
-// The drawing library's own messages do not know the file.
-std::string DrawSheetFor(const Sheet& sheet, SheetFormat format, const std::string& path) {
+}  // namespace
+
+std::string DrawStoryboard(const Sheet& sheet, const std::string& path) {
+    const SheetFormat format = FormatOf(path);
     try {
         return DrawSheet(sheet, format);
     } catch (const std::runtime_error& fault) {
+        // The drawing library's own messages do not know the file.
         throw std::runtime_error(path + ": cannot be drawn: " + fault.what());
     }
-}
-
-}  // namespace
-
-void WriteStoryboard(const Sheet& sheet, const std::string& path) {
-    const SheetFormat format = FormatOf(path);
-    OutputFile file(path);  // before the drawing, so that a folder that is missing is found at once
-    const std::string bytes = DrawSheetFor(sheet, format, path);
-    file.GetStream().write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    file.Commit();
 }
 
 }  // namespace replay

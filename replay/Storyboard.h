@@ -34,8 +34,8 @@ struct Sheet {
     std::shared_ptr<const viewer::Model> model;  // may be null
 };
 
-// Draws the sheet into a .svg or .png file (by the ending of the path). The file appears complete or not at all.
-// Throws std::runtime_error with the path and the fault.
-void WriteStoryboard(const Sheet& sheet, const std::string& path);
+// Draws the sheet for a .svg or .png file (by the ending of the path) and answers the file's bytes. Throws
+// std::runtime_error with the path and the fault.
+[[nodiscard]] std::string DrawStoryboard(const Sheet& sheet, const std::string& path);
 
 }  // namespace replay

@@ -1,4 +1,6 @@
 // The built replay program, as a user runs it: exit codes, what it says, and what it leaves behind.
+#include "replay/ProgressBar.h"
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -11,6 +13,7 @@
 #include <fstream>
 #include <iterator>
 #include <map>
+#include <optional>
 #include <regex>
 #include <sstream>
 #include <string>
@@ -70,7 +73,7 @@ protected:
     [[nodiscard]] Result Run(const std::string& arguments) const { return Shell(Command + arguments); }
     // Runs a piece of shell command line in the folder.
     [[nodiscard]] Result Shell(const std::string& piece) const {
-        const std::string command = "cd '" + Inside().string() + "' && " + piece;
+        const std::string command = "cd '" + Inside().string() + "' && { " + piece + "; }";
         const std::string output = (m_folder / "output").string();
         const std::string errors = (m_folder / "errors").string();
         const int status = std::system(("{ " + command + "; } >'" + output + "' 2>'" + errors + "'").c_str());
@@ -141,7 +144,19 @@ TEST_F(Program, TellsEachFaultInOneLineAndLeavesNothingBehind) {
         {"tap.jsonl --write-session s --trace none/t", "none/t: cannot be"},
         {"tap.jsonl --write-session s --trace .", "\\.: cannot be written"},
         {"tap.jsonl --trace ''", "--trace: expected a file name"},
-        {"tap.jsonl --trace t --write-session t", "--write-session: t is written by --trace"},
+        {"tap.jsonl --trace t --write-session ./t", "--write-session: \\./t is written by --trace"},
+        {"tap.jsonl --trace - --write-session -", "--write-session: - is written by --trace"},
+        {"tap.jsonl --trace ./tap.jsonl", "--trace: \\./tap\\.jsonl is read as FILE"},
+        {"tap.jsonl --write-session link", "--write-session: link is read as FILE"},
+        {"- --trace hard <tap.jsonl", "--trace: hard is read as FILE"},
+        {"tap.jsonl --model bad.jsonl --trace bad.jsonl", "--trace: bad\\.jsonl is read as --model"},
+        {"cut.events --trace cut.desc", "--trace: cut\\.desc is read as --device"},
+        {"tap.jsonl --trace dangling --write-session nowhere", "--write-session: nowhere is written by --trace"},
+        {"bad.evemu --size ''", "--size: expected"},
+        {"- <bad.evemu", "standard input:1: not a"},
+        {"'no\nne.jsonl'", "no ne\\.jsonl: cannot be read"},
+        {"'" BUNDLED_RECORDINGS_DIR "/tap.evemu' --view imageview --plugin '" SILENT_PLUGIN "'",
+         "no standard exception"},
     };
     Write("bad.jsonl", Header + "{\"timer\": [1]}\n");
     Write("bad.evemu", "This is no recording.\n");
@@ -156,6 +171,9 @@ TEST_F(Program, TellsEachFaultInOneLineAndLeavesNothingBehind) {
     Write("cut.events", "E: 1.000000 0003 0035 0\n");
     Write("cut.desc", description);
     Write("m.obj", "v 0 0 0\nv 1 0 0\nv 0 1 0\nf 1 2 3\n");
+    fs::create_symlink("tap.jsonl", Inside() / "link");
+    fs::create_symlink("nowhere", Inside() / "dangling");
+    fs::create_hard_link(Inside() / "tap.jsonl", Inside() / "hard");
     const auto before = Files();
     for (const auto& [arguments, error] : rows) {
         SCOPED_TRACE(arguments);
@@ -170,24 +188,33 @@ TEST_F(Program, TellsEachFaultInOneLineAndLeavesNothingBehind) {
 
 TEST_F(Program, KeepsAnOlderFileWhenTheNewOneFailsAndFollowsALinkToIt) {
     Write("t", "older");
+    fs::permissions(Inside() / "t", fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_EQ(Run("tap.jsonl --trace t --storyboard none/s.svg").exitCode, 2);
     EXPECT_EQ(Files()["t"], "older");
     fs::create_symlink("t", Inside() / "link");
     EXPECT_EQ(Run("tap.jsonl --trace link").exitCode, 0);
     EXPECT_TRUE(fs::is_symlink(Inside() / "link"));
     EXPECT_THAT(Files()["t"], HasSubstr("\"event\": 5"));
+    EXPECT_EQ(fs::status(Inside() / "t").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    fs::create_symlink("s", Inside() / "dangling");
+    EXPECT_EQ(Run("tap.jsonl --trace /dev/null --write-session dangling").exitCode, 0);
+    EXPECT_EQ(fs::read_symlink(Inside() / "dangling"), "s");
+    EXPECT_EQ(Files()["s"], TapSession);
 }
 
 TEST_F(Program, TellsWhenItsOutputIsLost) {
     if (!fs::exists("/dev/full")) {
         GTEST_SKIP() << "no device that is always full";
     }
-    for (const char* arguments : {"tap.jsonl --trace /dev/full", "tap.jsonl --trace - >/dev/full",
-                                  "tap.jsonl >/dev/full", "--help >/dev/full", "tap.jsonl --write-session /dev/full"}) {
+    const auto before = Files();
+    for (const char* arguments : {"tap.jsonl --write-session s --trace /dev/full", "tap.jsonl --trace - >/dev/full",
+                                  "tap.jsonl --trace t --write-session s >/dev/full", "--help >/dev/full",
+                                  "'" BUNDLED_RECORDINGS_DIR "/flick.evemu' --trace t --write-session /dev/full"}) {
         SCOPED_TRACE(arguments);
         const Result result = Run(arguments);
         EXPECT_EQ(result.exitCode, 2);
         EXPECT_THAT(result.errors, HasSubstr("cannot be written: No space left on device"));
+        EXPECT_EQ(Files(), before);
     }
     EXPECT_FALSE(fs::is_regular_file("/dev/full"));
 }
@@ -198,6 +225,30 @@ TEST_F(Program, TellsWhenItsReaderHasGone) {
                                 "tap.jsonl --trace -; echo $? >code; } | { exec <&-; echo >go; }");
     EXPECT_EQ(Files()["code"], "2\n");
     EXPECT_EQ(result.errors, "touch-replay: standard output: cannot be written: Broken pipe\n");
+}
+
+TEST_F(Program, EndsAtOnceWhenItIsInterruptedAndLeavesNothingBehind) {
+    // It waits for a reader of the pipe, with the other output begun. A shell lets its background ignore Ctrl-C.
+    const std::string waiting =
+        "timeout -s KILL 60 env --default-signal=INT " + Command +
+        "tap.jsonl --write-session s --trace pipe & until ls *.part || ! kill -0 $!; do sleep 0.02; done; ";
+    ASSERT_EQ(Shell("mkfifo pipe").exitCode, 0);
+    const auto before = Files();
+    for (const auto& [signal, number] : {std::pair("INT", 2), {"TERM", 15}, {"HUP", 1}}) {
+        SCOPED_TRACE(signal);
+        EXPECT_EQ(Shell(waiting + "kill -" + signal + " $!; wait $!").exitCode, 128 + number);
+        EXPECT_EQ(Files(), before);
+    }
+}
+
+TEST(ProgressBar, GoesAwayWithItsTask) {
+    std::ostringstream terminal;
+    std::optional<replay::ProgressBar> bar(terminal);
+    bar->Update(1, 30'000);
+    const std::string shown = terminal.str();
+    EXPECT_EQ(shown.substr(0, 2), "\r[");
+    bar.reset();
+    EXPECT_EQ(terminal.str(), shown + "\r" + std::string(shown.size() - 1, ' ') + "\r");
 }
 
 TEST_F(Program, AnswersForHelpAndVersion) {
@@ -231,6 +282,8 @@ TEST_F(Program, TakesAFileForASessionByItsFirstCharacter) {
     Write("spaced", " " + TapSession);
     EXPECT_THAT(Run("session").errors, HasSubstr("session:1: "));  // understood as a session, which has no empty lines
     EXPECT_EQ(Run("spaced --trace -").output, Run("tap.jsonl --trace -").output);
+    EXPECT_EQ(Shell("cat spaced | " + Command + "/dev/stdin --trace -").output, Run("tap.jsonl --trace -").output);
+    EXPECT_EQ(Run("- --write-session - <spaced").output, TapSession);
 }
 
 TEST_F(Program, GivesTheSameBytesFromARecordingAndTheSessionMadeOfIt) {
@@ -340,13 +393,18 @@ TEST_F(Program, DrawsTheSameStoryboardTwice) {
 }
 
 TEST_F(Program, EchoesTouchAsMouseMessages) {
-    ASSERT_EQ(Run("'" BUNDLED_RECORDINGS_DIR "/tap.evemu' --mouse-echo --write-session s --trace t").exitCode, 0);
-    std::istringstream session(Files()["s"]);
-    std::string messages;
-    for (std::string line; std::getline(session, line);) {
-        messages += line.starts_with("{\"mouse\"") ? line.substr(12, line.find(',') - 13) + " " : "";
+    for (const auto& [recording, expected] :
+         {std::pair("tap", "MsgMouseMove MsgMouseLeftDown MsgMouseLeftUp MsgClickLeft "),
+          {"two-finger-tap", "MsgMouseMove MsgMouseLeftDown MsgMouseLeftUp "}}) {
+        const Result result =
+            Run(std::string("'" BUNDLED_RECORDINGS_DIR "/") + recording + ".evemu' --mouse-echo --write-session -");
+        std::istringstream session(result.output);
+        std::string messages;
+        for (std::string line; std::getline(session, line);) {
+            messages += line.starts_with("{\"mouse\"") ? line.substr(12, line.find(',') - 13) + " " : "";
+        }
+        EXPECT_EQ(messages, expected);
     }
-    EXPECT_EQ(messages, "MsgMouseMove MsgMouseLeftDown MsgMouseLeftUp MsgClickLeft ");
 }
 
 }  // namespace

@@ -135,6 +135,10 @@ replay::Sheet MakeSheet(std::size_t panels) {
     return sheet;
 }
 
+void WriteStoryboard(const replay::Sheet& sheet, const std::string& path) {
+    std::ofstream(path, std::ios::binary) << replay::DrawStoryboard(sheet, path);
+}
+
 using Storyboard = DrawingFiles;
 
 TEST_F(Storyboard, SvgKeepsItsTextAndEmbedsThePictures) {
@@ -144,7 +148,7 @@ TEST_F(Storyboard, SvgKeepsItsTextAndEmbedsThePictures) {
         "moved 25 px right (58 px along the way), zoomed out 1.42 times (width 14.9 to 21.1 units), "
         "turned 30 degrees counter-clockwise, band of 357 x 210 px from (467, 511) px, selected flange";
     sheet.panels[0].trails = {{0, {{80, 50}}, true}, {1, {{90, 50}}, false}};
-    replay::WriteStoryboard(sheet, path);
+    WriteStoryboard(sheet, path);
     const std::string svg = Read(path);
     EXPECT_NE(svg.find("Turning &lt;a&gt; &quot;part&quot; &amp; more"), std::string::npos);
     for (const char* text :
@@ -162,8 +166,8 @@ TEST_F(Storyboard, SvgHoldsAPageOnce) {
         sheet.panels[i].view.kind = "drawingview";
         sheet.panels[i].view.orthoWidth = 16 - static_cast<double>(i);
     }
-    replay::WriteStoryboard(sheet, PathOf("story.svg"));
-    replay::WriteStoryboard(sheet, PathOf("story.png"));
+    WriteStoryboard(sheet, PathOf("story.svg"));
+    WriteStoryboard(sheet, PathOf("story.png"));
     const std::string svg = Read(PathOf("story.svg"));
     EXPECT_LT(svg.size(), Read(PathOf("story.png")).size());
     // The whole page begins at the first panel's corner.
@@ -182,7 +186,7 @@ TEST_F(Storyboard, PngShowsThePicturesWithWhatStandsOverThem) {
     sheet.panels[2].view.rubberBand = viewer::RubberBand{10, 10, 60, 90};
     sheet.panels[0].trails = {{1, {{80, 50}}, true}, {3, {{70, 50}}, false}};
     const std::string path = PathOf("story.png");
-    replay::WriteStoryboard(sheet, path);
+    WriteStoryboard(sheet, path);
     const replay::Image image = ReadPng(path);
     ASSERT_EQ(image.width, 1600);
     const auto pixelOf = [&](int panel, double x, double y) {
@@ -220,32 +224,27 @@ TEST_F(Storyboard, DrawsAnythingAViewCanBe) {
     }
     sheet.model = nullptr;
     const std::string path = PathOf("story.svg");
-    replay::WriteStoryboard(sheet, path);
+    WriteStoryboard(sheet, path);
     EXPECT_NE(Read(path).find("bad \?\?( bytes, ? controls, \xE2\x82\xAC and"), std::string::npos);
-    replay::WriteStoryboard(replay::Sheet{}, PathOf("empty.png"));
+    WriteStoryboard(replay::Sheet{}, PathOf("empty.png"));
     EXPECT_EQ(ReadPng(PathOf("empty.png")).width, 1600);
 }
 
-TEST_F(Storyboard, AFaultNamesTheFileAndLeavesWhatWasThere) {
-    std::filesystem::create_directory(PathOf("folder.svg"));
-    std::ofstream(PathOf("tall.png")) << "old";
+TEST(StoryboardFaults, NameTheFile) {
     struct Row {
         std::string path;
         std::size_t panels;
         const char* fault;
     };
-    for (const Row& row :
-         {Row{PathOf("story.pdf"), 1, "a .svg or a .png file"}, Row{PathOf("missing/story.svg"), 1, "No such file"},
-          Row{PathOf("folder.svg"), 1, "Is a directory"}, Row{PathOf("tall.png"), 400, "cannot be drawn"}}) {
+    for (const Row& row : {Row{"story.pdf", 1, "a .svg or a .png file"}, Row{"tall.png", 400, "cannot be drawn"}}) {
         try {
-            replay::WriteStoryboard(MakeSheet(row.panels), row.path);
+            static_cast<void>(replay::DrawStoryboard(MakeSheet(row.panels), row.path));
             ADD_FAILURE() << row.path;
         } catch (const std::runtime_error& fault) {
             EXPECT_EQ(std::string(fault.what()).rfind(row.path + ": ", 0), 0U) << fault.what();
             EXPECT_NE(std::string(fault.what()).find(row.fault), std::string::npos) << fault.what();
         }
     }
-    EXPECT_EQ(Read(PathOf("tall.png")), "old");
 }
 
 }  // namespace
