@@ -50,7 +50,8 @@ void CheckAxis(const replay::DeviceAxis& axis) {
 void CheckRecording(const Recording& recording) {
     CheckAxis(recording.x);
     CheckAxis(recording.y);
-    Require(!recording.reports.empty() && recording.reports.front().timeUs == 0, "the first report is at time 0");
+    Require(recording.reports.GetCount() > 0 && recording.reports.begin()->timeUs == 0,
+            "the first report is at time 0");
     std::int64_t time = 0;
     for (const replay::Report& report : recording.reports) {
         Require(report.timeUs >= time && report.timeUs <= replay::LongestRecordingUs, "times run forward for an hour");
@@ -156,7 +157,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::optional<Recording> recording = Read(std::string(data, data + size));
     if (recording) {
         CheckRecording(*recording);
-        if (recording->reports.back().timeUs <= LongestPlayedUs) {
+        if (recording->reports.GetLast().timeUs <= LongestPlayedUs) {
             CheckSession(*recording, OptionsFor(size));
         }
     }

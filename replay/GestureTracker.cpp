@@ -70,6 +70,8 @@ void Adopt(Gesture& standing, Gesture& passing) {
 // Adds each passing gesture to a neighbour: a landing to the next one that stands, a lift to the one before.
 std::vector<Gesture> Merge(std::vector<Gesture> gestures) {
     const std::vector<bool> standing = FindStanding(gestures);
+    const auto last = std::find(standing.rbegin(), standing.rend(), true);
+    const auto lastStanding = static_cast<std::size_t>(standing.rend() - last) - 1;
     std::vector<Gesture> merged;
     std::size_t waiting = 0;  // how many just before this one wait for the next one that stands
     for (std::size_t i = 0; i < gestures.size(); ++i) {
@@ -82,9 +84,7 @@ std::vector<Gesture> Merge(std::vector<Gesture> gestures) {
             continue;
         }
         const bool rises = i + 1 < gestures.size() && gestures[i + 1].fingers > gestures[i].fingers;
-        const auto after = standing.begin() + static_cast<std::ptrdiff_t>(i);
-        const bool standsLater = std::find(after, standing.end(), true) != standing.end();
-        if (merged.empty() || waiting > 0 || (rises && standsLater)) {
+        if (merged.empty() || waiting > 0 || (rises && i < lastStanding)) {
             ++waiting;
         } else {
             Adopt(merged.back(), gestures[i]);
@@ -141,18 +141,17 @@ void GestureTracker::FollowFingers(const viewer::TouchFrame& frame) {
         if (!HasRecord(record)) {
             continue;
         }
-        auto path = std::find_if(m_paths.begin(), m_paths.end(),
-                                 [&](const FingerPath& p) { return p.id == record.id && !p.liftedAt; });
-        if (path == m_paths.end()) {
+        const auto [known, isNew] = m_down.emplace(record.id, m_paths.size());
+        if (isNew) {
             m_paths.push_back({record.id, static_cast<int>(m_paths.size()), {}, {}});
-            path = std::prev(m_paths.end());
         }
-        const dg::DPoint2D at{static_cast<double>(record.x), static_cast<double>(record.y)};
-        if (path->points.empty() || path->points.back().at != at) {
-            path->points.push_back({m_frame, at});
+        FingerPath& path = m_paths[known->second];
+        if (path.points.empty() || path.points.back().x != record.x || path.points.back().y != record.y) {
+            path.points.push_back({static_cast<std::uint32_t>(m_frame), record.x, record.y});
         }
         if ((record.flags & viewer::TouchUp) != 0) {
-            path->liftedAt = m_frame;
+            path.liftedAt = m_frame;
+            m_down.erase(known);
         } else {
             m_allLifted = false;
         }
@@ -217,6 +216,7 @@ std::vector<Gesture> GestureTracker::EndTouch() {
         gestures.push_back(std::move(open.gesture));
     }
     m_open.clear();
+    m_down.clear();
     m_frame = 0;
     m_allLifted = false;
     return Merge(std::move(gestures));

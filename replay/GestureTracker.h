@@ -16,14 +16,17 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace replay {
 
 // Where a finger was from one frame on, in view pixels. Frames are counted within the touch, from 0.
+// A long touch has very many.
 struct PathPoint {
-    std::size_t frame = 0;
-    dg::DPoint2D at;
+    std::uint32_t frame = 0;
+    std::int32_t x = 0;
+    std::int32_t y = 0;
 };
 
 // Seconds; the limits count.
@@ -112,7 +115,8 @@ private:
     TimeWindow m_window;
     std::vector<Open> m_open;  // the gestures of the touch under way; the last one is still going on
     std::vector<FingerPath> m_paths;
-    std::size_t m_frame = 0;  // the latest of the touch
+    std::unordered_map<std::int32_t, std::size_t> m_down;  // the paths of the fingers that have not lifted, by id
+    std::size_t m_frame = 0;                               // the latest of the touch
     bool m_allLifted = false;
 };
 

@@ -50,11 +50,11 @@ struct Delivery {
     }
     std::optional<bool> operator()(const StatusBarEvent& /*e*/) const { return viewer.UpdateStatusBar(); }
     std::optional<bool> operator()(const SetViewEvent& e) const {
-        viewer.SetView(e.view);
+        viewer.SetView(*e.view);
         return std::nullopt;
     }
     std::optional<bool> operator()(const ViewerEvent& e) const {
-        viewer.ChangeView(e.change);
+        viewer.ChangeView(*e.change);
         return std::nullopt;
     }
 };

@@ -65,7 +65,7 @@ void CheckModelIsShown(const Options& options, const Session& session) {
     };
     const auto setsShapeView = [&](const Event& event) {
         const auto* change = std::get_if<SetViewEvent>(&event);
-        return change != nullptr && isShapeView(change->view);
+        return change != nullptr && isShapeView(*change->view);
     };
     const bool isShown =
         isShapeView(session.view) || std::any_of(session.events.begin(), session.events.end(), setsShapeView);

@@ -49,6 +49,9 @@ void CheckEvents(const DeviceText& text) {
         fail(text.events.back(), "the recording is cut off: expected the end of a report (SYN_REPORT)");
     }
     const auto slots = text.axes.find(ABS_MT_SLOT);
+    const std::int64_t firstSlot = slots == text.axes.end() ? 0 : slots->second.minimum;
+    const std::int64_t lastSlot =
+        slots == text.axes.end() ? 0 : std::min<std::int64_t>(slots->second.maximum, firstSlot + MostSlots - 1);
     std::int64_t time = text.events.front().timeUs;
     for (const DeviceEvent& event : text.events) {
         if (event.timeUs < time) {
@@ -59,9 +62,8 @@ void CheckEvents(const DeviceText& text) {
             fail(event, "expected a recording of at most an hour");
         }
         const bool isSlot = event.type == EV_ABS && event.code == ABS_MT_SLOT && slots != text.axes.end();
-        if (isSlot && (event.value < slots->second.minimum || event.value > slots->second.maximum)) {
-            fail(event, "expected a slot from " + std::to_string(slots->second.minimum) + " to " +
-                            std::to_string(slots->second.maximum));
+        if (isSlot && (event.value < firstSlot || event.value > lastSlot)) {
+            fail(event, "expected a slot from " + std::to_string(firstSlot) + " to " + std::to_string(lastSlot));
         }
     }
 }
@@ -159,16 +161,14 @@ std::vector<DeviceEvent> ToProtocolB(const DeviceText& text) {
     return converted;
 }
 
-std::vector<Report> ReportsOf(const DeviceText& text) {
-    const bool isProtocolB = text.axes.contains(ABS_MT_SLOT);
-    const std::vector<DeviceEvent> events = isProtocolB ? text.events : ToProtocolB(text);
-    SlotTracker tracker(text.initialValues, events);
-    std::vector<Report> reports;
+ReportList ReportsOf(const std::map<int, std::int32_t>& initialValues, const std::vector<DeviceEvent>& events) {
+    SlotTracker tracker(initialValues, events);
+    ReportList reports;
     std::optional<std::int64_t> start;
     for (const DeviceEvent& event : events) {
         if (tracker.Apply(event)) {
             start = start.value_or(event.timeUs);
-            reports.push_back({event.timeUs - *start, tracker.Contacts()});
+            reports.Add({event.timeUs - *start, tracker.Contacts()});
         }
     }
     return reports;
@@ -299,8 +299,10 @@ Recording ReadRecording(std::istream& input, const std::string& fileName, const 
     recording.x = AxisOf(text, ABS_MT_POSITION_X, text.widthMm);
     recording.y = AxisOf(text, ABS_MT_POSITION_Y, text.heightMm);
     CheckEvents(text);
-    recording.reports = ReportsOf(text);
-    if (recording.reports.empty()) {
+    const bool isProtocolB = text.axes.contains(ABS_MT_SLOT);
+    recording.reports =
+        isProtocolB ? ReportsOf(text.initialValues, text.events) : ReportsOf(text.initialValues, ToProtocolB(text));
+    if (recording.reports.GetCount() == 0) {
         throw ReadError(text.eventsFile, "expected a report of touch without lost events (SYN_DROPPED)");
     }
     return recording;

@@ -1,11 +1,12 @@
 // Recordings of multi-touch devices, as evemu and libinput write them.
 #pragma once
 
+#include "replay/ReportList.h"
+
 #include <cstdint>
 #include <istream>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace replay {
 
@@ -18,33 +19,17 @@ struct DeviceAxis {
     friend bool operator==(const DeviceAxis&, const DeviceAxis&) = default;
 };
 
-// A finger on the device. Slot and tracking id together stay the same from its landing to its lift.
-struct Contact {
-    std::int32_t slot = 0;
-    std::int32_t trackingId = 0;  // 0 or more
-    std::int32_t x = 0;           // device units, from the left
-    std::int32_t y = 0;           // device units, from the top
-
-    friend bool operator==(const Contact&, const Contact&) = default;
-};
-
-// What the device told at one moment: the fingers that are down then, by ascending slot.
-struct Report {
-    std::int64_t timeUs = 0;  // microseconds since the first report
-    std::vector<Contact> contacts;
-
-    friend bool operator==(const Report&, const Report&) = default;
-};
-
 struct Recording {
     std::string deviceName;
     DeviceAxis x;
     DeviceAxis y;
-    std::vector<Report> reports;  // in the order of their times, also those that changed nothing; never empty
+    ReportList reports;  // never empty
 };
 
-// Longer recordings are refused: played with a tick every 10 ms they would fill the memory.
+// Longer recordings are refused: played with a tick every 10 ms they would fill the memory. So are slots beyond the
+// number of them that a device may have, counted from its first one.
 inline constexpr std::int64_t LongestRecordingUs = 3'600'000'000;
+inline constexpr std::int32_t MostSlots = 1024;
 
 // Reads a recording of evemu (format 1.0 to 1.3) or of `libinput record` (version 1) from a device that speaks
 // multi-touch protocol B or A; fingers of a protocol A device are tracked on the way. Fingers that lay on the device

@@ -168,7 +168,9 @@ class Timeline {
 public:
     Timeline(const Recording& recording, const PanelMapping& mapping)
         : m_source(mapping), m_next(recording.reports.begin()), m_end(recording.reports.end()) {
-        const std::int64_t lastMs = recording.reports.empty() ? 0 : TimeOf(recording.reports.back());
+        const auto ticks = static_cast<std::size_t>((TimeOf(recording.reports.GetLast()) + TailMs) / TickMs + 2);
+        m_events.reserve(2 * ticks + recording.reports.GetCount());
+        const std::int64_t lastMs = TimeOf(recording.reports.GetLast());
         for (std::int64_t tick = 0; tick < lastMs + TailMs + TickMs; tick += TickMs) {
             m_events.emplace_back(TimerEvent{HostClockStartMs + tick, TickMs});
             AddReportsBefore(tick + 1);
@@ -198,8 +200,8 @@ private:
     }
 
     FrameSource m_source;
-    std::vector<Report>::const_iterator m_next;
-    std::vector<Report>::const_iterator m_end;
+    ReportList::Iterator m_next;
+    std::default_sentinel_t m_end;
     std::int64_t m_lastFrameMs = 0;  // since the first report, like every time here
     std::vector<Event> m_events;
 };

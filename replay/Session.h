@@ -4,8 +4,10 @@
 #include "viewer/ViewSpec.h"
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -45,13 +47,27 @@ struct StatusBarEvent {
     friend bool operator==(const StatusBarEvent&, const StatusBarEvent&) = default;
 };
 
+// A value that is kept elsewhere, so that a rare and large kind of event does not make all events large.
+template <class T>
+class Boxed {
+public:
+    Boxed() : Boxed(T()) {}
+    Boxed(T value) : m_value(std::make_shared<const T>(std::move(value))) {}  // NOLINT(google-explicit-constructor)
+    const T& operator*() const noexcept { return *m_value; }
+    const T* operator->() const noexcept { return m_value.get(); }
+    friend bool operator==(const Boxed& a, const Boxed& b) { return *a == *b; }
+
+private:
+    std::shared_ptr<const T> m_value;  // shared between copies, as nobody changes it
+};
+
 struct SetViewEvent {
-    std::optional<viewer::ViewSpec> view;  // without a value no view is attached
+    Boxed<std::optional<viewer::ViewSpec>> view;  // without a value no view is attached
     friend bool operator==(const SetViewEvent&, const SetViewEvent&) = default;
 };
 
 struct ViewerEvent {
-    viewer::ViewChange change;
+    Boxed<viewer::ViewChange> change;
     friend bool operator==(const ViewerEvent&, const ViewerEvent&) = default;
 };
 

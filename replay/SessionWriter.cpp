@@ -168,11 +168,11 @@ std::string Line(const StatusBarEvent& /*event*/) {
 }
 
 std::string Line(const SetViewEvent& event) {
-    return JsonObject().Add("setView", View(event.view)).GetText();
+    return JsonObject().Add("setView", View(*event.view)).GetText();
 }
 
 std::string Line(const ViewerEvent& event) {
-    const viewer::ViewChange& change = event.change;
+    const viewer::ViewChange& change = *event.change;
     JsonObject object;
     if (change.camera) {
         object.Add("camera", Camera(*change.camera));

@@ -299,14 +299,14 @@ void Story::FollowHost(const Observation& observation, const viewer::ViewSnapsho
     } else if (const auto* preferences = std::get_if<PreferencesEvent>(&observation.event)) {
         AddLine("host", PreferencesText(preferences->values));
     } else if (const auto* attached = std::get_if<SetViewEvent>(&observation.event)) {
-        AddLine("host", ViewText(attached->view));
-        m_navMethod = attached->view ? attached->view->navMethod : std::string();
+        AddLine("host", ViewText(*attached->view));
+        m_navMethod = *attached->view ? (*attached->view)->navMethod : std::string();
         EndCoasting("ended by the host's view");
         m_tracker.Rebase(after);
     } else if (const auto* changed = std::get_if<ViewerEvent>(&observation.event)) {
-        AddLine("host", ChangeText(changed->change));
-        m_navMethod = changed->change.navMethod.value_or(m_navMethod);
-        if (changed->change.camera) {
+        AddLine("host", ChangeText(*changed->change));
+        m_navMethod = changed->change->navMethod.value_or(m_navMethod);
+        if (changed->change->camera) {
             EndCoasting("ended by the host's camera");
             m_tracker.Rebase(after);
         }

@@ -120,7 +120,7 @@ std::vector<Trail> TrailsAt(const StoryItem& item, std::size_t frame) {
             if (path.points[i].frame <= item.firstFrame) {
                 trail.points.clear();
             }
-            trail.points.push_back(path.points[i].at);
+            trail.points.emplace_back(path.points[i].x, path.points[i].y);
         }
         trails.push_back(std::move(trail));
     }

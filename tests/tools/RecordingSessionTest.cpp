@@ -16,8 +16,14 @@ using replay::RecordingOptions;
 using replay::Session;
 
 // A device of 1000 x 500 units, so that in a view of 1000 x 500 pixels every unit is a pixel.
-Recording Device(std::vector<replay::Report> reports) {
-    return {"pad", {0, 999, std::nullopt}, {0, 499, std::nullopt}, std::move(reports)};
+Recording Device(const std::vector<replay::Report>& reports) {
+    return {"pad", {0, 999, std::nullopt}, {0, 499, std::nullopt}, replay::ReportList(reports)};
+}
+
+replay::ReportList OneFinger(std::int32_t x, std::int32_t y) {
+    replay::ReportList reports;
+    reports.Add({0, {{0, 7, x, y}}});
+    return reports;
 }
 
 RecordingOptions PixelView() {
@@ -48,8 +54,8 @@ std::vector<std::string> Frames(const Session& session) {
     return frames;
 }
 
-std::vector<std::string> FramesOf(std::vector<replay::Report> reports) {
-    return Frames(SessionFromRecording(Device(std::move(reports)), PixelView()));
+std::vector<std::string> FramesOf(const std::vector<replay::Report>& reports) {
+    return Frames(SessionFromRecording(Device(reports), PixelView()));
 }
 
 using Lines = std::vector<std::string>;
@@ -145,7 +151,7 @@ TEST(RecordingSession, TheDeviceFillsTheViewWithoutPixelZero) {
     for (const Row& row : {Row{-100, 0, 1, 799}, Row{32667, 32767, 1279, 1}, Row{16283, 16384, 639, 399},
                            Row{Most, -Most - 1, 1279, 799}, Row{-Most - 1, Most, 1, 1}}) {
         SCOPED_TRACE(row.x);
-        const Recording recording{"screen", {-100, 32667, 595.0}, {0, 32767, 334.0}, {{0, {{0, 7, row.x, row.y}}}}};
+        const Recording recording{"screen", {-100, 32667, 595.0}, {0, 32767, 334.0}, OneFinger(row.x, row.y)};
         const Session session = SessionFromRecording(recording, {});
         const auto& record = std::get<replay::TouchEvent>(session.events.at(1)).frame.records[0];
         EXPECT_EQ(record.x, row.pixelX);
@@ -175,7 +181,7 @@ TEST(RecordingSession, APanelMayBeMountedAnotherWay) {
         {"its top at the left", {false, false, 270}, {100, 100}, 200, 50},
         {"flipped, then turned", {true, false, 90}, {900, 100}, 200, 50},
     };
-    const Recording recording{"panel", {0, 1000, 254.0}, {0, 500, 127.0}, {{0, {{0, 7, 200, 50}}}}};
+    const Recording recording{"panel", {0, 1000, 254.0}, {0, 500, 127.0}, OneFinger(200, 50)};
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         RecordingOptions options;
