@@ -30,15 +30,17 @@ void SlotTracker::FindFingersAtStart(const std::vector<DeviceEvent>& events) {
         bool isDown = false;
     };
     std::map<std::int32_t, Start> starts;
+    std::vector<std::int32_t> placed;  // slots that told a coordinate since the last end of a report
     std::int32_t current = m_current;
     for (const DeviceEvent& event : events) {
         if (event.type == EV_SYN && event.code == SYN_DROPPED) {
             break;  // what lies behind a gap says nothing about the start
         }
         if (event.type == EV_SYN && event.code == SYN_REPORT) {
-            for (auto& [number, start] : starts) {
-                start.moved = start.slot.placed;
+            for (const std::int32_t number : placed) {
+                starts[number].moved = true;
             }
+            placed.clear();
         }
         if (event.type != EV_ABS) {
             continue;
@@ -55,10 +57,10 @@ void SlotTracker::FindFingersAtStart(const std::vector<DeviceEvent>& events) {
             start.isDown = event.value < 0 || start.moved;
         } else if (event.code == ABS_MT_POSITION_X) {
             start.slot.x = start.slot.x.value_or(event.value);
-            start.slot.placed = true;
+            placed.push_back(current);
         } else if (event.code == ABS_MT_POSITION_Y) {
             start.slot.y = start.slot.y.value_or(event.value);
-            start.slot.placed = true;
+            placed.push_back(current);
         }
     }
     for (const auto& [number, start] : starts) {
@@ -84,6 +86,7 @@ bool SlotTracker::Apply(const DeviceEvent& event) {
         for (auto& [number, slot] : m_slots) {
             slot.trackingId.reset();
         }
+        m_areContactsOld = true;
         m_eventsLost = false;
     }
     return false;
@@ -97,6 +100,8 @@ void SlotTracker::ApplyAxis(const DeviceEvent& event) {
         return;
     }
     Slot& slot = m_slots[m_current];
+    m_told.insert(m_current);
+    m_areContactsOld = true;
     switch (event.code) {
     case ABS_MT_TRACKING_ID:
         slot.trackingId = event.value < 0 ? std::nullopt : std::optional(event.value);
@@ -117,7 +122,8 @@ void SlotTracker::ApplyAxis(const DeviceEvent& event) {
 }
 
 void SlotTracker::EndReport() {
-    for (auto& [number, slot] : m_slots) {
+    for (const std::int32_t number : m_told) {
+        Slot& slot = m_slots[number];
         // A finger that moves without having landed has landed in the gap.
         if (m_eventsLost && slot.placed && !slot.identified && !slot.trackingId) {
             slot.trackingId = m_nextInventedId++;
@@ -125,18 +131,23 @@ void SlotTracker::EndReport() {
         slot.placed = false;
         slot.identified = false;
     }
+    m_told.clear();
     m_dropping = false;
 }
 
-std::vector<Contact> SlotTracker::Contacts() const {
-    std::vector<Contact> contacts;
+const std::vector<Contact>& SlotTracker::Contacts() {
+    if (!m_areContactsOld) {
+        return m_contacts;
+    }
+    m_areContactsOld = false;
+    m_contacts.clear();
     for (const auto& [number, slot] : m_slots) {
         if (slot.trackingId) {
-            contacts.push_back({number, *slot.trackingId, slot.x.value_or(m_pointerX.value_or(0)),
-                                slot.y.value_or(m_pointerY.value_or(0))});
+            m_contacts.push_back({number, *slot.trackingId, slot.x.value_or(m_pointerX.value_or(0)),
+                                  slot.y.value_or(m_pointerY.value_or(0))});
         }
     }
-    return contacts;
+    return m_contacts;
 }
 
 }  // namespace replay

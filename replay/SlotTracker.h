@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace replay {
@@ -27,7 +28,8 @@ public:
     bool Apply(const DeviceEvent& event);
 
     // The fingers that are down, by ascending slot. A coordinate that was never told is the pointer's, else 0.
-    [[nodiscard]] std::vector<Contact> Contacts() const;
+    // Valid until the next event.
+    [[nodiscard]] const std::vector<Contact>& Contacts();
 
 private:
     struct Slot {
@@ -43,6 +45,9 @@ private:
     void EndReport();
 
     std::map<std::int32_t, Slot> m_slots;
+    std::set<std::int32_t> m_told;    // the slots that an event came for since the last end of a report
+    std::vector<Contact> m_contacts;  // as last asked for
+    bool m_areContactsOld = true;
     std::int32_t m_current = 0;              // the slot that values are for
     std::optional<std::int32_t> m_pointerX;  // the device's single-touch coordinates
     std::optional<std::int32_t> m_pointerY;
