@@ -1,6 +1,6 @@
-// Any bytes as a recording of a touch device, in any format that is read. What the reader accepts must keep the reader's promises; the session made
-// from it must hold well-formed touch frames and survive being written and read. What it refuses, it must refuse with
-// its own error.
+// Any bytes as a recording of a touch device, in any format that is read. What the reader accepts must keep the
+// reader's promises; the session made from it must hold well-formed touch frames and survive being written and read.
+// What it refuses, it must refuse with its own error.
 #include "fuzz/ReadFault.h"
 #include "fuzz/Require.h"
 #include "replay/RecordingReader.h"
