@@ -77,8 +77,7 @@ public:
             ->required();
         AddOutputs();
         AddRecordingOptions();
-        m_app.add_option("--model", m_options.modelPath, "The model that shape views show, instead of a bearing block")
-            ->type_name("FILE");
+        AddModelOptions();
         m_app.add_option("--plugin", m_options.pluginPath, "The component, instead of the one beside this program")
             ->type_name("PATH");
     }
@@ -136,6 +135,22 @@ private:
             .add_option("--write-session", m_options.sessionPath,
                         "Write the session that is replayed; - is standard output")
             ->type_name("FILE");
+    }
+
+    void AddModelOptions() {
+        const std::map<std::string, UpAxis> axes = {{"y", UpAxis::Y}, {"z", UpAxis::Z}};
+        CLI::Option* model = m_app.add_option("--model", m_options.modelPath,
+                                              "The model that shape views show, instead of a bearing block");
+        model->type_name("FILE");
+        m_app
+            .add_option("--up", m_options.model.up, "The model's axis that is up, y or z; by its format when not given")
+            ->type_name("AXIS")
+            ->transform(CLI::CheckedTransformer(axes))
+            ->needs(model);
+        m_app
+            .add_flag("--model-references", m_options.model.anyReferences,
+                      "Let the model read files outside its folder that it refers to")
+            ->needs(model);
     }
 
     void AddRecordingOptions() {

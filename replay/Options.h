@@ -2,6 +2,7 @@
 #pragma once
 
 #include "replay/GestureTracker.h"
+#include "replay/ModelFile.h"
 #include "replay/RecordingSession.h"
 
 #include <optional>
@@ -28,6 +29,7 @@ struct Options {
     std::vector<std::string> recordingOptions;  // the names of those of them that were given
 
     std::optional<std::string> modelPath;  // no value: the built-in model
+    ModelOptions model;                    // without its callbacks
     std::optional<std::string> pluginPath;
     // The outputs that are wanted; "-" is standard output, which the story leaves to them.
     std::optional<std::string> sessionPath;

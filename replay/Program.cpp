@@ -111,10 +111,21 @@ void Play(Player& player, OutputFile* trace, Story* story) {
         });
 }
 
+std::shared_ptr<const viewer::Model> LoadModel(const Options& options) {
+    if (!options.modelPath) {
+        return viewer::MakeMachinePart();
+    }
+    ModelOptions modelOptions = options.model;
+    modelOptions.tellNote = [&](const std::string& note) {
+        std::cerr << "touch-replay: note: " << *options.modelPath << ' ' << note << '\n';
+    };
+    return LoadModelFile(*options.modelPath, modelOptions);
+}
+
 void Replay(const Options& options, const ProgramSetup& setup, OutputFile& standardOutput) {
     CheckDistinct(options);
-    const std::shared_ptr<const viewer::Model> model =
-        options.modelPath ? LoadModelFile(*options.modelPath) : viewer::MakeMachinePart();
+    // Before anything is opened or started that the child process would inherit.
+    const std::shared_ptr<const viewer::Model> model = LoadModel(options);
     InputFile input(options.file);
     const Session session = LoadSession(options, input, *model);
     CheckModelIsShown(options, session);

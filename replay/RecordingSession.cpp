@@ -23,13 +23,14 @@ constexpr std::int64_t MicrosecondsPerMs = 1000;
 
 // Default cameras look at the middle of the model from the front right and above, Z up, and show it with a little room
 // around it: lengths are in radii of the model, half the diagonal of its bounds. The perspective window opens 17
-// degrees to either side of the middle and shows as much as the orthographic one at the model's own distance.
+// degrees to either side of the middle, on the smaller side of the view, and shows as much as the orthographic one at
+// the model's own distance.
 const dg::DVec3 ViewDirection{1, -1.6, 1.1};  // from the model to the camera
-constexpr double HalfHeightInRadii = 1.2;
+constexpr double HalfWindowInRadii = 1.2;
 constexpr double OrthographicDistanceInRadii = 6;
 constexpr double HalfFieldOfView = 17 * std::numbers::pi / 180;  // radians
-const double PerspectiveHalfHeight = dg::Sin(HalfFieldOfView) / dg::Cos(HalfFieldOfView);
-const double PerspectiveDistanceInRadii = HalfHeightInRadii / PerspectiveHalfHeight;
+const double PerspectiveHalfWindow = dg::Sin(HalfFieldOfView) / dg::Cos(HalfFieldOfView);
+const double PerspectiveDistanceInRadii = HalfWindowInRadii / PerspectiveHalfWindow;
 
 // A model without extent, or none, is shown as one of radius 1.
 double RadiusOf(const dg::DBox& bounds) {
@@ -49,8 +50,11 @@ viewer::CameraSpec MakeCamera(const RecordingOptions& options, const dg::DPoint3
     const dg::DVec3 v = dg::CrossProduct(w, u);
 
     const double radius = RadiusOf(options.bounds);
-    const double halfHeight = options.orthographic ? HalfHeightInRadii * radius : PerspectiveHalfHeight;
-    const double halfWidth = halfHeight * options.width / std::max(options.height, 1U);
+    // The smaller side of the view shows the whole model, and the larger one more.
+    const double halfWindow = options.orthographic ? HalfWindowInRadii * radius : PerspectiveHalfWindow;
+    const double pixels = std::max(std::min(options.width, options.height), 1U);
+    const double halfWidth = halfWindow * (options.width / pixels);
+    const double halfHeight = halfWindow * (options.height / pixels);
     const double distance = radius * (options.orthographic ? OrthographicDistanceInRadii : PerspectiveDistanceInRadii);
 
     viewer::CameraSpec camera;

@@ -139,6 +139,9 @@ TEST_F(Program, TellsEachFaultInOneLineAndLeavesNothingBehind) {
         {"tap.jsonl --trace t --plugin ./none.so", "none\\.so"},
         {"tap.jsonl --trace t --plugin tap.jsonl", "tap\\.jsonl"},
         {"tap.jsonl --trace t --model none.obj", "none\\.obj"},
+        {"tap.jsonl --trace t --model crash.gltf", "crash\\.gltf: cannot be read as a model: its reader crashed"},
+        {"tap.jsonl --up z", "--up requires --model"},
+        {"tap.jsonl --model crash.gltf --up x", "--up: "},
         {"tap.jsonl --trace t --storyboard s.gif", "--storyboard: .*\\.svg or \\.png"},
         {"tap.jsonl --trace t --write-session s --storyboard none/s.svg", "none/s\\.svg"},
         {"tap.jsonl --write-session s --trace none/t", "none/t: cannot be"},
@@ -174,6 +177,7 @@ TEST_F(Program, TellsEachFaultInOneLineAndLeavesNothingBehind) {
     fs::create_symlink("tap.jsonl", Inside() / "link");
     fs::create_symlink("nowhere", Inside() / "dangling");
     fs::create_hard_link(Inside() / "tap.jsonl", Inside() / "hard");
+    Write("crash.gltf", R"({"asset": {"version": "2.0"}, "extras": )" + std::string(500'000, '['));
     const auto before = Files();
     for (const auto& [arguments, error] : rows) {
         SCOPED_TRACE(arguments);
@@ -217,6 +221,27 @@ TEST_F(Program, TellsWhenItsOutputIsLost) {
         EXPECT_EQ(Files(), before);
     }
     EXPECT_FALSE(fs::is_regular_file("/dev/full"));
+}
+
+// However the program ends while a child reads a model for it, the child ends as well.
+TEST_F(Program, EndsWithItsChildWhileAModelIsRead) {
+    std::string nodes;  // each holds the next one twice, which takes the library for ever
+    for (int i = 1; i <= 60; ++i) {
+        nodes += R"({"children": [)" + std::to_string(i) + ", " + std::to_string(i) + "]}, ";
+    }
+    Write("slow.gltf", R"({"asset": {"version": "2.0"}, "scene": 0, "scenes": [{"nodes": [0]}], "nodes": [)" + nodes +
+                           R"({"name": "last"}]})");
+    for (const auto& [signal, outcome] : {std::pair{"TERM", "0 143\n"}, {"KILL", "0 137\n"}}) {
+        SCOPED_TRACE(signal);
+        const Result result = Shell(Command + R"(tap.jsonl --model slow.gltf & pid=$!
+            alive() { grep -q '^State:.[RSD]' "/proc/$1/status"; } 2>/dev/null
+            child=; while alive $pid && [ -z "$child" ]; do read -r child _ <"/proc/$pid/task/$pid/children"; done
+            kill -)" + std::string(signal) +
+                                    R"( $pid; wait $pid; code=$?
+            for i in 1 2 3 4 5 6 7 8 9; do alive "$child" && sleep 0.1; done
+            [ -n "$child" ] && ! alive "$child"; echo "$? $code")");
+        EXPECT_EQ(result.output, outcome) << result.errors;
+    }
 }
 
 TEST_F(Program, TellsWhenItsReaderHasGone) {

@@ -196,16 +196,19 @@ TEST(RecordingSession, APanelMayBeMountedAnotherWay) {
     }
 }
 
-TEST(RecordingSession, CamerasLookAtTheModelWithZUp) {
-    for (const bool orthographic : {true, false}) {
+TEST(RecordingSession, CamerasShowTheWholeModelWithZUp) {
+    for (const auto& [orthographic, portrait] : {std::pair{true, false}, {false, false}, {true, true}, {false, true}}) {
         RecordingOptions options = PixelView();
         options.orthographic = orthographic;
+        if (portrait) {
+            std::swap(options.width, options.height);
+        }
         options.bounds = {{0, 0, 0}, {2, 4, 6}};
         const Session session = SessionFromRecording(Device({}), options);
         const viewer::CameraSpec& camera = session.view->camera;
         EXPECT_EQ(session.view->spinCenter, dg::DPoint3D(1, 2, 3));
         EXPECT_EQ(camera.orthographic, orthographic);
-        EXPECT_DOUBLE_EQ((camera.right - camera.left) / (camera.top - camera.bottom), 2);
+        EXPECT_DOUBLE_EQ((camera.right - camera.left) / (camera.top - camera.bottom), portrait ? 0.5 : 2);
 
         const dg::DVec3 u(camera.location.GetU());
         const dg::DVec3 v(camera.location.GetV());
@@ -216,10 +219,10 @@ TEST(RecordingSession, CamerasLookAtTheModelWithZUp) {
         EXPECT_GT(v.z, 0.5);
         const dg::DVec3 toCamera = camera.location.GetPos() - session.view->spinCenter;
         EXPECT_NEAR(dg::Angle(toCamera, w), 0, 1e-6);
-        // A ball of radius 3 about the middle is inside the window, and fills more than half of its height.
-        const double halfHeight = orthographic ? camera.top : camera.top * toCamera.Norm();
-        EXPECT_GT(halfHeight, 3);
-        EXPECT_LT(halfHeight, 6);
+        // A ball of radius 3 about the middle is inside the window, and fills more than half of its smaller side.
+        const double halfWindow = std::min(camera.top, camera.right) * (orthographic ? 1 : toCamera.Norm());
+        EXPECT_GT(halfWindow, 3);
+        EXPECT_LT(halfWindow, 6);
     }
 }
 
