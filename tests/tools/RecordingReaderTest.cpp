@@ -157,7 +157,10 @@ TEST(RecordingReader, FollowsTheSlotsOfAProtocolBDevice) {
         {"lift without a place", "r i-1 r", {{}, {}}},
         {"lost events", "i5 x1 y2 r x3 d x4 i-1 r y6 r", {{{0, 5, 1, 2}}, {{0, 5, 3, 6}}}},
         {"slot chosen in a gap", "i5 x1 y2 r d s1 i6 r x8 y9 r", {{{0, 5, 1, 2}}, {{0, 5, 1, 2}, {1, Old, 8, 9}}}},
-        {"lift lost in a gap", "t1 i5 x1 y2 r d r t0 r", {{{0, 5, 1, 2}}, {}}},
+        {"lifts lost in a gap, and the button afterwards",
+         "t1 i5 x1 y2 s1 i6 x3 y4 r d r t0 r i7 x8 y9 r t0 r",
+         {{{0, 5, 1, 2}, {1, 6, 3, 4}}, {}, {{1, 7, 8, 9}}, {{1, 7, 8, 9}}}},
+        {"a lift, and a landing lost in a gap", "i5 x1 y2 r i-1 d i6 r x8 y9 r", {{{0, 5, 1, 2}}, {{0, Old, 8, 9}}}},
         {"button without a gap says nothing", "t1 i5 x1 y2 r t0 r", {{{0, 5, 1, 2}}, {{0, 5, 1, 2}}}},
     };
     for (const Row& row : rows) {
