@@ -12,6 +12,7 @@ namespace replay {
 namespace {
 
 constexpr std::size_t FirstAndLast = 2;
+constexpr std::size_t MostTrails = 50;     // of a panel; a session may have any number of fingers that never lift
 constexpr std::size_t MostIdlePanels = 2;  // of touches that nothing came of
 // Between two cards of a gesture, see MotionMeter: eleven degrees of a turn, a fifth of the visible width of a way.
 constexpr double ProgressOfStep = 0.2;
@@ -101,7 +102,7 @@ std::vector<std::size_t> Share(const std::vector<const StoryItem*>& items, std::
     return shares;
 }
 
-// The paths of the fingers that took part between a gesture's beginning and a moment of it.
+// The paths of the fingers that took part between a gesture's beginning and a moment of it, those that landed last.
 std::vector<Trail> TrailsAt(const StoryItem& item, std::size_t frame) {
     std::vector<Trail> trails;
     if (!item.paths) {
@@ -124,6 +125,8 @@ std::vector<Trail> TrailsAt(const StoryItem& item, std::size_t frame) {
         }
         trails.push_back(std::move(trail));
     }
+    const auto tooMany = static_cast<std::ptrdiff_t>(trails.size() - std::min(trails.size(), MostTrails));
+    trails.erase(trails.begin(), trails.begin() + tooMany);
     return trails;
 }
 
