@@ -28,7 +28,7 @@ std::filesystem::path FollowLinks(std::filesystem::path path) {
     constexpr int MostLinks = 40;  // as many as the system follows
     std::error_code fault;
     for (int i = 0; i < MostLinks && std::filesystem::is_symlink(path, fault); ++i) {
-        if (const auto whole = std::filesystem::canonical(path, fault); !fault) {
+        if (auto whole = std::filesystem::canonical(path, fault); !fault) {
             return whole;
         }
         path = path.parent_path() / std::filesystem::read_symlink(path, fault);

@@ -12,6 +12,7 @@ struct ProgramSetup {
 };
 
 // Runs the program and answers its exit code: 0, or 2 after a fault, which is told in one line on standard error.
+// Ctrl-C, a hang-up or a request to end ends the process by that signal.
 [[nodiscard]] int RunProgram(int argc, const char* const* argv, const ProgramSetup& setup);
 
 }  // namespace replay
