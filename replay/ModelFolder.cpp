@@ -22,16 +22,16 @@ public:
 };
 
 // Holds a place in the file system without opening what is there, so that what was checked is what is opened.
-class Place {
+class HeldPlace {
 public:
-    explicit Place(const char* path) : m_descriptor(::open(path, O_PATH | O_CLOEXEC)) {}
-    ~Place() {
+    explicit HeldPlace(const char* path) : m_descriptor(::open(path, O_PATH | O_CLOEXEC)) {}
+    ~HeldPlace() {
         if (m_descriptor >= 0) {
             ::close(m_descriptor);
         }
     }
-    Place(const Place&) = delete;
-    Place& operator=(const Place&) = delete;
+    HeldPlace(const HeldPlace&) = delete;
+    HeldPlace& operator=(const HeldPlace&) = delete;
 
     [[nodiscard]] bool IsOrdinaryFile() const {
         struct stat about {};
@@ -61,12 +61,12 @@ bool ModelFolder::IsInside(const std::filesystem::path& file) const {
 }
 
 bool ModelFolder::Exists(const char* path) const {
-    const Place place(path);
+    const HeldPlace place(path);
     return place.IsOrdinaryFile() && (m_anyReferences || IsInside(place.GetPath()));
 }
 
 Assimp::IOStream* ModelFolder::Open(const char* path, const char* mode) {
-    const Place place(path);
+    const HeldPlace place(path);
     if (std::string_view(mode).find_first_of("wa+") != std::string_view::npos || !place.IsOrdinaryFile()) {
         return nullptr;
     }
