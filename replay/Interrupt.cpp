@@ -16,15 +16,26 @@ constexpr std::array<int, 3> Interrupts = {SIGINT, SIGTERM, SIGHUP};
 std::array<std::atomic<const char*>, MostFiles> g_files{};
 static_assert(std::atomic<const char*>::is_always_lock_free, "a signal handler reads it");
 
-// Only what is allowed inside a signal handler. The signal's own action is the default one by now, and takes place when
-// this returns.
+// Only what is allowed inside a signal handler. All interrupts are held back meanwhile: the one that is raised takes
+// its default action when this returns. SA_RESETHAND would not do, as a second interrupt could then end the program
+// before the files are removed.
 extern "C" void RemoveFilesAndEnd(int signal) {
     for (const std::atomic<const char*>& file : g_files) {
         if (const char* path = file.load()) {
             unlink(path);
         }
     }
+    std::signal(signal, SIG_DFL);
     raise(signal);
+}
+
+sigset_t AllInterrupts() {
+    sigset_t set;
+    sigemptyset(&set);
+    for (const int signal : Interrupts) {
+        sigaddset(&set, signal);
+    }
+    return set;
 }
 
 void Exchange(const char* from, const char* to) noexcept {
@@ -45,17 +56,13 @@ void EndOnInterrupt() {
         }
         struct sigaction action {};
         action.sa_handler = RemoveFilesAndEnd;
-        action.sa_flags = static_cast<int>(SA_RESETHAND);
+        action.sa_mask = AllInterrupts();
         sigaction(signal, &action, nullptr);
     }
 }
 
 InterruptHold::InterruptHold() {
-    sigset_t held;
-    sigemptyset(&held);
-    for (const int signal : Interrupts) {
-        sigaddset(&held, signal);
-    }
+    const sigset_t held = AllInterrupts();
     sigprocmask(SIG_BLOCK, &held, &m_before);
 }
 
