@@ -1,5 +1,7 @@
 #include "bench/FrameCases.h"
 
+#include "host/workflow/ConstStrings.h"
+
 #include <array>
 #include <cmath>
 #include <cstddef>
@@ -8,8 +10,8 @@
 namespace bench {
 namespace {
 
-constexpr int Down = 2;
-constexpr int Move = 1;
+using workflow::TouchDown;
+using workflow::TouchMove;
 
 struct Finger {
     int x;
@@ -19,21 +21,11 @@ struct Finger {
 // One frame in which all the fingers have the same flags. Time stamps must differ from frame to frame only where a
 // finger lifts, which none does here.
 Frame MakeFrame(std::span<const Finger> fingers, int flags) {
-    Frame integers{};
-    integers[1] = static_cast<int>(fingers.size());
-    for (std::size_t i = 0; i < 10; ++i) {
-        int* record = &integers[2 + 5 * i];
-        if (i >= fingers.size()) {
-            record[0] = -1;
-            continue;
-        }
-        record[0] = static_cast<int>(i);
-        record[1] = fingers[i].x;
-        record[2] = fingers[i].y;
-        record[3] = 1000;
-        record[4] = flags;
+    workflow::TouchFrame frame{static_cast<int>(fingers.size()), {}};
+    for (std::size_t i = 0; i < fingers.size(); ++i) {
+        frame.records.at(i) = {static_cast<int>(i), fingers[i].x, fingers[i].y, 1000, flags};
     }
-    return integers;
+    return workflow::TouchMsg(workflow::ConstStrings::MsgTouch, frame).GetIntegers();
 }
 
 // To and fro, so that a case can run for ever; never twice the same position in a row.
@@ -44,12 +36,12 @@ int Swing(int step) {
 
 Frame OneFinger(int step) {
     const std::array<Finger, 1> fingers = {{{700 + 4 * Swing(step), 400 + 2 * Swing(step)}}};
-    return MakeFrame(fingers, Move);
+    return MakeFrame(fingers, TouchMove);
 }
 
 Frame OneFingerDown(int /*step*/) {
     const std::array<Finger, 1> fingers = {{{640, 400}}};
-    return MakeFrame(fingers, Down);
+    return MakeFrame(fingers, TouchDown);
 }
 
 void OpenOrthographic(BenchHost& host) {
@@ -84,20 +76,20 @@ void SetUpRest(BenchHost& host) {
 
 Frame RestingFinger(int /*step*/) {
     const std::array<Finger, 1> fingers = {{{645, 400}}};
-    return MakeFrame(fingers, Move);
+    return MakeFrame(fingers, TouchMove);
 }
 
 // Two fingers one inch apart: too close for pinch and twist.
 Frame TwoFingersPan(int step) {
     const std::array<Finger, 2> fingers = {{{500 + 4 * Swing(step), 400}, {596 + 4 * Swing(step), 420}}};
-    return MakeFrame(fingers, Move);
+    return MakeFrame(fingers, TouchMove);
 }
 
 // Two fingers about the middle of the view, opened by up to twice 128 pixels.
 Frame TwoFingersPinch(int step) {
     const int spread = 200 + 4 * Swing(step);
     const std::array<Finger, 2> fingers = {{{640 - spread, 380}, {640 + spread, 420}}};
-    return MakeFrame(fingers, Move);
+    return MakeFrame(fingers, TouchMove);
 }
 
 // Two fingers on a circle about the middle of the view: their line turns by up to half a radian, nothing else changes.
@@ -106,13 +98,13 @@ Frame TwoFingersTwist(int step) {
     const int x = static_cast<int>(std::lround(200 * std::cos(angle)));
     const int y = static_cast<int>(std::lround(200 * std::sin(angle)));
     const std::array<Finger, 2> fingers = {{{640 - x, 400 - y}, {640 + x, 400 + y}}};
-    return MakeFrame(fingers, Move);
+    return MakeFrame(fingers, TouchMove);
 }
 
 // The same with the circle wandering and growing: pan, pinch and twist in every frame.
 Frame TwoFingersAll(int step) {
     const std::array<Finger, 2> fingers = {{{440, 400 + 5 * Swing(step)}, {840 + Swing(step), 400 - 5 * Swing(step)}}};
-    return MakeFrame(fingers, Move);
+    return MakeFrame(fingers, TouchMove);
 }
 
 using Step = Frame(int step);
@@ -140,12 +132,12 @@ void SetUpDrag(BenchHost& host) {
         record[1] = 300 + 60 * static_cast<int>(i);
         record[2] = 300;
         record[3] = 1000;
-        record[4] = Down;
+        record[4] = TouchDown;
     }
     Deliver(host, hold);
     for (std::size_t i = 0; i < 3; ++i) {
         hold[5 + 5 * i] = 4050;
-        hold[6 + 5 * i] = Move;
+        hold[6 + 5 * i] = TouchMove;
     }
     Deliver(host, hold);
     host.GetWorkflow().OnMsgTimer(5000, 10);
@@ -158,7 +150,7 @@ Frame FirstFrame(int step) {
     for (std::size_t i = 0; i < Count; ++i) {
         fingers[i] = {300 + 70 * static_cast<int>(i), 300 + Swing(step)};
     }
-    return MakeFrame(fingers, Move);
+    return MakeFrame(fingers, TouchMove);
 }
 
 constexpr FrameCase Cases[] = {

@@ -99,7 +99,7 @@ std::int32_t ToPixel(double value, int size) {
     return static_cast<std::int32_t>(std::clamp(std::round(value), 1.0, size - 1.0));
 }
 
-viewer::TouchRecord RecordOf(const Hand& hand, int finger, int fingers, std::int32_t id, std::int32_t flags) {
+workflow::TouchRecord RecordOf(const Hand& hand, int finger, int fingers, std::int32_t id, std::int32_t flags) {
     const double angle = hand.angle + 2 * std::numbers::pi * finger / fingers;
     return {id, ToPixel(hand.x + hand.spread * std::cos(angle), SoakViewWidth),
             ToPixel(hand.y + hand.spread * std::sin(angle), SoakViewHeight), 0, flags};
@@ -150,16 +150,16 @@ std::vector<replay::Event> SoakTouches::Next() {
 
     replay::Session session;
     for (int now = 0; now <= spans.back().last; ++now) {
-        viewer::TouchFrame frame;
+        workflow::TouchFrame frame;
         for (std::size_t finger = 0; finger < spans.size(); ++finger) {
             const FingerSpan& span = spans[finger];
             if (now < span.first || now > span.last) {
                 continue;
             }
             const bool lifts = now == span.last && kind.lift != Lift::Never;
-            const std::int32_t flags = now == span.first ? viewer::TouchDown
-                                       : lifts           ? viewer::TouchUp
-                                                         : viewer::TouchMove;
+            const std::int32_t flags = now == span.first ? workflow::TouchDown
+                                       : lifts           ? workflow::TouchUp
+                                                         : workflow::TouchMove;
             const auto index = static_cast<int>(finger);
             frame.records.at(static_cast<std::size_t>(frame.count++)) =
                 RecordOf(hands[finger / static_cast<std::size_t>(kind.fingers)], index % kind.fingers, kind.fingers,
@@ -177,9 +177,9 @@ std::vector<replay::Event> SoakTouches::Next() {
     return std::move(session.events);
 }
 
-void SoakTouches::AddFrame(const viewer::TouchFrame& frame, std::vector<replay::Event>& events) {
+void SoakTouches::AddFrame(const workflow::TouchFrame& frame, std::vector<replay::Event>& events) {
     replay::TouchEvent event{frame};
-    for (viewer::TouchRecord& record : event.frame.records) {
+    for (workflow::TouchRecord& record : event.frame.records) {
         record.time = record.id < 0 ? 0 : m_touchClock;
     }
     events.emplace_back(event);

@@ -29,7 +29,7 @@ public:
     [[nodiscard]] std::vector<replay::Event> Next();
 
 private:
-    void AddFrame(const viewer::TouchFrame& frame, std::vector<replay::Event>& events);
+    void AddFrame(const workflow::TouchFrame& frame, std::vector<replay::Event>& events);
     void AddPause(int milliseconds, std::vector<replay::Event>& events);
     void PassTo(std::int64_t now, std::vector<replay::Event>& events);
 

@@ -95,13 +95,13 @@ public:
         std::map<std::int32_t, int> down;
         std::map<std::int32_t, int> known;
         for (std::size_t i = 0; i < event.frame.records.size(); ++i) {
-            const viewer::TouchRecord& record = event.frame.records.at(i);
+            const workflow::TouchRecord& record = event.frame.records.at(i);
             const bool isUsed = static_cast<std::int32_t>(i) < event.frame.count;
             Require(isUsed == (record.id >= 0), "the records of a frame are as many as its count");
             if (isUsed) {
                 CheckRecord(record);
-                known[record.id] += record.flags == viewer::TouchDown ? 0 : 1;
-                down[record.id] += record.flags == viewer::TouchUp ? 0 : 1;
+                known[record.id] += record.flags == workflow::TouchDown ? 0 : 1;
+                down[record.id] += record.flags == workflow::TouchUp ? 0 : 1;
             }
         }
         std::erase_if(known, [](const auto& finger) { return finger.second == 0; });
@@ -122,13 +122,13 @@ public:
     }
 
 private:
-    void CheckRecord(const viewer::TouchRecord& record) {
+    void CheckRecord(const workflow::TouchRecord& record) {
         Require(record.x >= 1 && record.y >= 1, "pixel zero is no place");
         Require(static_cast<std::uint32_t>(record.x) < m_options.width, "a finger is inside the view's width");
         Require(static_cast<std::uint32_t>(record.y) < m_options.height, "a finger is inside the view's height");
         Require(record.time >= m_lastTime, "the touch clock runs forward");
-        Require(record.flags == viewer::TouchDown || record.flags == viewer::TouchMove ||
-                    record.flags == viewer::TouchUp,
+        Require(record.flags == workflow::TouchDown || record.flags == workflow::TouchMove ||
+                    record.flags == workflow::TouchUp,
                 "a record has one flag");
         m_lastTime = record.time;
     }

@@ -13,7 +13,7 @@ constexpr double SilenceSeconds = 0.5;   // more without a frame ends a touch
 constexpr double SlipPixels = 6;         // that the rest of a hand may move the picture's edge meanwhile
 constexpr std::size_t MostMoments = 32;  // of a gesture; beyond it every other one is dropped
 
-bool HasRecord(const viewer::TouchRecord& record) {
+bool HasRecord(const workflow::TouchRecord& record) {
     return record.id != -1;
 }
 
@@ -23,14 +23,14 @@ bool IsPassing(const Gesture& gesture) {
 }
 
 // Between the fingers that stay down; without one, between those that lift.
-std::optional<dg::DPoint2D> MiddleOf(const viewer::TouchFrame& frame) {
-    const bool stays = std::any_of(frame.records.begin(), frame.records.end(), [](const viewer::TouchRecord& record) {
-        return HasRecord(record) && (record.flags & viewer::TouchUp) == 0;
+std::optional<dg::DPoint2D> MiddleOf(const workflow::TouchFrame& frame) {
+    const bool stays = std::any_of(frame.records.begin(), frame.records.end(), [](const workflow::TouchRecord& record) {
+        return HasRecord(record) && (record.flags & workflow::TouchUp) == 0;
     });
     dg::DPoint2D sum;
     int count = 0;
-    for (const viewer::TouchRecord& record : frame.records) {
-        if (HasRecord(record) && (!stays || (record.flags & viewer::TouchUp) == 0)) {
+    for (const workflow::TouchRecord& record : frame.records) {
+        if (HasRecord(record) && (!stays || (record.flags & workflow::TouchUp) == 0)) {
             sum = {sum.x + record.x, sum.y + record.y};
             ++count;
         }
@@ -95,16 +95,16 @@ std::vector<Gesture> Merge(std::vector<Gesture> gestures) {
 
 }  // namespace
 
-bool GestureTracker::BeginsTouch(const viewer::TouchFrame& frame) const {
+bool GestureTracker::BeginsTouch(const workflow::TouchFrame& frame) const {
     if (m_open.empty()) {
         return true;
     }
     // A single finger that lands begins anew, whatever was there before.
     const auto first = std::find_if(frame.records.begin(), frame.records.end(), HasRecord);
-    return frame.count == 1 && first != frame.records.end() && (first->flags & viewer::TouchDown) != 0;
+    return frame.count == 1 && first != frame.records.end() && (first->flags & workflow::TouchDown) != 0;
 }
 
-std::vector<Gesture> GestureTracker::Enter(const Observation& observation, const viewer::TouchFrame& frame, double time,
+std::vector<Gesture> GestureTracker::Enter(const Observation& observation, const workflow::TouchFrame& frame, double time,
                                            const viewer::ViewSnapshot& before, const viewer::ViewSnapshot& after) {
     std::vector<Gesture> ended;
     if (BeginsTouch(frame)) {
@@ -135,9 +135,9 @@ std::vector<Gesture> GestureTracker::Enter(const Observation& observation, const
     return ended;
 }
 
-void GestureTracker::FollowFingers(const viewer::TouchFrame& frame) {
+void GestureTracker::FollowFingers(const workflow::TouchFrame& frame) {
     m_allLifted = true;
-    for (const viewer::TouchRecord& record : frame.records) {
+    for (const workflow::TouchRecord& record : frame.records) {
         if (!HasRecord(record)) {
             continue;
         }
@@ -149,7 +149,7 @@ void GestureTracker::FollowFingers(const viewer::TouchFrame& frame) {
         if (path.points.empty() || path.points.back().x != record.x || path.points.back().y != record.y) {
             path.points.push_back({static_cast<std::uint32_t>(m_frame), record.x, record.y});
         }
-        if ((record.flags & viewer::TouchUp) != 0) {
+        if ((record.flags & workflow::TouchUp) != 0) {
             path.liftedAt = m_frame;
             m_down.erase(known);
         } else {

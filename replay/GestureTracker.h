@@ -78,7 +78,7 @@ public:
 
     // Takes in an event that is a touch frame, with the view before and after it. Answers the gestures of the touch
     // that ended because this frame begins another.
-    std::vector<Gesture> Enter(const Observation& observation, const viewer::TouchFrame& frame, double time,
+    std::vector<Gesture> Enter(const Observation& observation, const workflow::TouchFrame& frame, double time,
                                const viewer::ViewSnapshot& before, const viewer::ViewSnapshot& after);
 
     // The gesture under way; null between touches. Valid until the next Enter or Leave.
@@ -108,8 +108,8 @@ private:
         [[nodiscard]] double GetProgress() const { return meter.GetProgress() + bandProgress; }
     };
 
-    bool BeginsTouch(const viewer::TouchFrame& frame) const;
-    void FollowFingers(const viewer::TouchFrame& frame);
+    bool BeginsTouch(const workflow::TouchFrame& frame) const;
+    void FollowFingers(const workflow::TouchFrame& frame);
     void KeepMoment(Open& open, double time, const viewer::ViewSnapshot& view);
 
     TimeWindow m_window;

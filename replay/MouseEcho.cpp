@@ -18,13 +18,13 @@ constexpr double DragStartPx = 4;  // per axis; more begins a drag
 class EchoPointer {
 public:
     // The messages that a touch frame brings about.
-    std::vector<Event> Follow(const viewer::TouchFrame& frame) {
+    std::vector<Event> Follow(const workflow::TouchFrame& frame) {
         std::vector<Event> echoes;
-        for (const viewer::TouchRecord& record : frame.records) {
+        for (const workflow::TouchRecord& record : frame.records) {
             if (record.id == -1) {
                 continue;
             }
-            if (m_finger.id == -1 && m_others == 0 && (record.flags & viewer::TouchDown) != 0) {
+            if (m_finger.id == -1 && m_others == 0 && (record.flags & workflow::TouchDown) != 0) {
                 m_finger = record;
                 m_dragging = false;
                 m_joined = false;
@@ -40,7 +40,7 @@ public:
     }
 
 private:
-    void Move(const viewer::TouchRecord& record, std::vector<Event>& echoes) {
+    void Move(const workflow::TouchRecord& record, std::vector<Event>& echoes) {
         const bool away = std::abs(static_cast<double>(record.x) - m_finger.x) > DragStartPx ||
                           std::abs(static_cast<double>(record.y) - m_finger.y) > DragStartPx;
         if (m_dragging) {
@@ -49,7 +49,7 @@ private:
             m_dragging = true;
             echoes.emplace_back(MouseEvent{"MsgMouseInitLeftDrag", record.x, record.y});
         }
-        if ((record.flags & viewer::TouchUp) != 0) {
+        if ((record.flags & workflow::TouchUp) != 0) {
             echoes.emplace_back(MouseEvent{"MsgMouseLeftUp", record.x, record.y});
             if (!m_dragging && !m_joined) {
                 echoes.emplace_back(MouseEvent{"MsgClickLeft", record.x, record.y});
@@ -59,13 +59,13 @@ private:
     }
 
     // Fingers that stay when the first one lifts do not become the mouse.
-    void CountOthers(const viewer::TouchFrame& frame) {
-        m_others = std::count_if(frame.records.begin(), frame.records.end(), [&](const viewer::TouchRecord& record) {
-            return record.id != -1 && (record.flags & viewer::TouchUp) == 0 && record.id != m_finger.id;
+    void CountOthers(const workflow::TouchFrame& frame) {
+        m_others = std::count_if(frame.records.begin(), frame.records.end(), [&](const workflow::TouchRecord& record) {
+            return record.id != -1 && (record.flags & workflow::TouchUp) == 0 && record.id != m_finger.id;
         });
     }
 
-    viewer::TouchRecord m_finger;  // where and as what it landed; id -1 while there is none
+    workflow::TouchRecord m_finger;  // where and as what it landed; id -1 while there is none
     bool m_dragging = false;
     bool m_joined = false;        // by another finger while it was down
     std::ptrdiff_t m_others = 0;  // fingers that are down beside it

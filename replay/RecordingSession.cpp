@@ -98,12 +98,12 @@ public:
         m_reported = report.contacts;
 
         // What stays and what goes comes before what is new, so that a full frame never loses a lift.
-        std::size_t room = viewer::TouchFrame().records.size() - m_fingers.size();
+        std::size_t room = workflow::TouchFrame().records.size() - m_fingers.size();
         std::vector<Finger> fingers;
         for (const Finger& finger : m_fingers) {
             if (!Find(report, finger)) {
                 fingers.push_back(
-                    {finger.slot, {finger.record.id, finger.record.x, finger.record.y, 0, viewer::TouchUp}});
+                    {finger.slot, {finger.record.id, finger.record.x, finger.record.y, 0, workflow::TouchUp}});
             }
         }
         for (const Contact& contact : report.contacts) {
@@ -111,7 +111,7 @@ public:
                                              [&](const Finger& finger) { return IsSame(finger, contact); });
             if (isKnown || room > 0) {
                 room -= isKnown ? 0 : 1;
-                fingers.push_back({contact.slot, RecordOf(contact, isKnown ? viewer::TouchMove : viewer::TouchDown)});
+                fingers.push_back({contact.slot, RecordOf(contact, isKnown ? workflow::TouchMove : workflow::TouchDown)});
             }
         }
         std::stable_sort(fingers.begin(), fingers.end(),
@@ -123,7 +123,7 @@ public:
     // A frame that repeats every finger, or none if no finger is down.
     std::optional<TouchEvent> RestFrame(std::int64_t ms) {
         for (Finger& finger : m_fingers) {
-            finger.record.flags = viewer::TouchMove;
+            finger.record.flags = workflow::TouchMove;
         }
         return Send(ms);
     }
@@ -131,7 +131,7 @@ public:
 private:
     struct Finger {
         std::int32_t slot;
-        viewer::TouchRecord record;
+        workflow::TouchRecord record;
     };
 
     static bool IsSame(const Finger& finger, const Contact& contact) {
@@ -143,7 +143,7 @@ private:
                            [&](const Contact& contact) { return IsSame(finger, contact); });
     }
 
-    [[nodiscard]] viewer::TouchRecord RecordOf(const Contact& contact, std::int32_t flags) const {
+    [[nodiscard]] workflow::TouchRecord RecordOf(const Contact& contact, std::int32_t flags) const {
         const Pixel pixel = m_mapping.PixelOf(contact.x, contact.y);
         return {contact.trackingId, pixel.x, pixel.y, 0, flags};
     }
@@ -158,7 +158,7 @@ private:
             event.frame.records.at(i).time = TouchClockStartMs + static_cast<std::int32_t>(ms);
         }
         event.frame.count = static_cast<std::int32_t>(m_fingers.size());
-        std::erase_if(m_fingers, [](const Finger& finger) { return finger.record.flags == viewer::TouchUp; });
+        std::erase_if(m_fingers, [](const Finger& finger) { return finger.record.flags == workflow::TouchUp; });
         return event;
     }
 

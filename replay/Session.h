@@ -14,7 +14,7 @@
 namespace replay {
 
 struct TouchEvent {
-    viewer::TouchFrame frame;
+    workflow::TouchFrame frame;
     friend bool operator==(const TouchEvent&, const TouchEvent&) = default;
 };
 

@@ -77,7 +77,7 @@ void ReadHeader(const Json& line, Session& session) {
     }
 }
 
-viewer::TouchRecord ReadTouchRecord(const Field& field) {
+workflow::TouchRecord ReadTouchRecord(const Field& field) {
     ExpectArray(field, 5, "the five integers [id, x, y, time, flags]");
     return {ReadInt32(field.At(0)), ReadInt32(field.At(1)), ReadInt32(field.At(2)), ReadInt32(field.At(3)),
             ReadInt32(field.At(4))};

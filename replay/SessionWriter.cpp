@@ -117,7 +117,7 @@ std::string Header(const Session& session) {
     return object.GetText();
 }
 
-std::string Record(const viewer::TouchRecord& r) {
+std::string Record(const workflow::TouchRecord& r) {
     return JsonArray({std::to_string(r.id), std::to_string(r.x), std::to_string(r.y), std::to_string(r.time),
                       std::to_string(r.flags)});
 }
@@ -125,7 +125,7 @@ std::string Record(const viewer::TouchRecord& r) {
 std::string Line(const TouchEvent& event) {
     const auto& records = event.frame.records;
     std::size_t used = records.size();
-    while (used > 0 && records.at(used - 1) == viewer::TouchRecord{}) {
+    while (used > 0 && records.at(used - 1) == workflow::TouchRecord{}) {
         --used;
     }
     std::string text = "[";

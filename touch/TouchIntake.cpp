@@ -7,10 +7,6 @@
 namespace touch {
 namespace {
 
-constexpr int MoveFlag = 1;
-constexpr int DownFlag = 2;
-constexpr int UpFlag = 4;
-
 bool IsView2D(const hxk::View& view) {
     return view.IsATypeOf(hxk::ImageView::CLASS_TYPE) || view.IsATypeOf(hxk::DrawingView::CLASS_TYPE) ||
            view.IsATypeOf(hxk::DocumentView::CLASS_TYPE) || view.IsATypeOfId(hxk::EcadSchematicViewId) ||
@@ -35,13 +31,13 @@ Kind* FollowView(du::SmartPtr<Kind>& latest, const du::SmartPtr<hxk::View>& view
 }  // namespace
 
 TSType TouchWorkflow::GetTouchState(int flags) {
-    if ((flags & DownFlag) != 0) {
+    if ((flags & workflow::TouchDown) != 0) {
         return TSDown;
     }
-    if ((flags & MoveFlag) != 0) {
+    if ((flags & workflow::TouchMove) != 0) {
         return TSMove;
     }
-    return (flags & UpFlag) != 0 ? TSUp : TSNone;
+    return (flags & workflow::TouchUp) != 0 ? TSUp : TSNone;
 }
 
 bool TouchWorkflow::OnMsgTouch(int /*reserved*/, int count, int id0, int x0, int y0, int time0, int flags0, int id1,

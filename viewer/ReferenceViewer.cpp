@@ -19,31 +19,19 @@ using workflow::ConstStrings;
 
 namespace {
 
-workflow::TouchMsg MakeTouchMsg(const TouchFrame& frame) {
-    workflow::TouchMsg::Integers integers{};
-    integers[1] = frame.count;
-    std::size_t next = 2;
-    for (const TouchRecord& record : frame.records) {
-        for (const int value : {record.id, record.x, record.y, record.time, record.flags}) {
-            integers[next++] = value;
-        }
-    }
-    return {ConstStrings::MsgTouch, integers};
-}
-
-bool HasFlag(const TouchRecord& record, std::int32_t flag) {
+bool HasFlag(const workflow::TouchRecord& record, std::int32_t flag) {
     return record.id >= 0 && (record.flags & flag) != 0;
 }
 
-bool HasFingerDown(const TouchFrame& frame) {
+bool HasFingerDown(const workflow::TouchFrame& frame) {
     return std::any_of(frame.records.begin(), frame.records.end(),
-                       [](const TouchRecord& record) { return HasFlag(record, TouchDown); });
+                       [](const workflow::TouchRecord& record) { return HasFlag(record, workflow::TouchDown); });
 }
 
 // Whether fingers stay on the screen after a frame.
-bool HasFingerLeft(const TouchFrame& frame) {
+bool HasFingerLeft(const workflow::TouchFrame& frame) {
     return std::any_of(frame.records.begin(), frame.records.end(),
-                       [](const TouchRecord& record) { return record.id >= 0 && !HasFlag(record, TouchUp); });
+                       [](const workflow::TouchRecord& record) { return record.id >= 0 && !HasFlag(record, workflow::TouchUp); });
 }
 
 }  // namespace
@@ -69,7 +57,7 @@ public:
     void LoadComponent(const std::string& pluginPath, const std::string& viewType);
     void UnloadComponent();
     void SetView(const std::optional<ViewSpec>& description);
-    std::optional<bool> Touch(const TouchFrame& frame);
+    std::optional<bool> Touch(const workflow::TouchFrame& frame);
     std::optional<bool> Tick(std::int64_t now, std::int64_t interval);
     std::optional<bool> SendMode(const std::string& workflowName, const std::string& mode,
                                  const du::SmartPtr<du::RefCounted>& data);
@@ -155,12 +143,12 @@ void ReferenceViewer::Impl::ForgetPicks() {
     selector->Reset();
 }
 
-std::optional<bool> ReferenceViewer::Impl::Touch(const TouchFrame& frame) {
+std::optional<bool> ReferenceViewer::Impl::Touch(const workflow::TouchFrame& frame) {
     if (HasFingerDown(frame)) {
         picker->CloseContextMenu();
     }
     transitions.NoteTouch(frame.count);
-    const std::optional<bool> answer = dispatch.Deliver(MakeTouchMsg(frame));
+    const std::optional<bool> answer = dispatch.Deliver(workflow::TouchMsg(ConstStrings::MsgTouch, frame));
     if (!HasFingerLeft(frame)) {
         selector->Finish();
     }
@@ -257,7 +245,7 @@ void ReferenceViewer::ChangeView(const ViewChange& change) {
     }
 }
 
-std::optional<bool> ReferenceViewer::Touch(const TouchFrame& frame) {
+std::optional<bool> ReferenceViewer::Touch(const workflow::TouchFrame& frame) {
     return m_impl->Touch(frame);
 }
 

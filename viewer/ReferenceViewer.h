@@ -58,7 +58,7 @@ public:
     // ends a playing transition.
     void ChangeView(const ViewChange& change);
 
-    std::optional<bool> Touch(const TouchFrame& frame);
+    std::optional<bool> Touch(const workflow::TouchFrame& frame);
     // First answers a waiting box request and moves a playing transition, then delivers the tick.
     std::optional<bool> Tick(std::int64_t now, std::int64_t interval);
     // The type is the name of a mouse message ("MsgMouseMove").

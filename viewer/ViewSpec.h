@@ -91,27 +91,4 @@ struct HostSettings {
     friend bool operator==(const HostSettings&, const HostSettings&) = default;
 };
 
-// One finger record of a touch frame, as the host sends it.
-struct TouchRecord {
-    std::int32_t id = -1;  // -1: no record
-    std::int32_t x = 0;    // view pixels, origin at the lower left corner
-    std::int32_t y = 0;
-    std::int32_t time = 0;   // milliseconds of the touch clock
-    std::int32_t flags = 0;  // 2 down, 1 move, 4 up; several may be set
-
-    friend bool operator==(const TouchRecord&, const TouchRecord&) = default;
-};
-
-inline constexpr std::int32_t TouchDown = 2;
-inline constexpr std::int32_t TouchMove = 1;
-inline constexpr std::int32_t TouchUp = 4;
-
-// A touch frame: a finger count and ten records, the unused ones with id -1.
-struct TouchFrame {
-    std::int32_t count = 0;
-    std::array<TouchRecord, 10> records{};
-
-    friend bool operator==(const TouchFrame&, const TouchFrame&) = default;
-};
-
 }  // namespace viewer

@@ -65,19 +65,12 @@ public:
 };
 // [manager]
 
-// [frame] One finger as a touch frame: a reserved integer, the count, and ten records of id, x, y, time and flags.
+// [frame] One finger as a touch frame; the other nine records stay empty.
 bool SendFinger(workflow::SimpleWorkflow& component, int x, int y, int time, int flags) {
-    workflow::TouchMsg::Integers integers{};
-    integers[1] = 1;
-    for (int record = 0; record < 10; ++record) {
-        integers[static_cast<std::size_t>(2 + 5 * record)] = -1;
-    }
-    integers[2] = 7;  // the finger's id, the same while it stays down
-    integers[3] = x;
-    integers[4] = y;
-    integers[5] = time;
-    integers[6] = flags;  // 2 down, 1 move, 4 up
-    return component.HandleMsg(workflow::TouchMsg(workflow::ConstStrings::MsgTouch, integers));
+    workflow::TouchFrame frame;
+    frame.count = 1;
+    frame.records[0] = {.id = 7, .x = x, .y = y, .time = time, .flags = flags};  // the id stays while the finger is down
+    return component.HandleMsg(workflow::TouchMsg(workflow::ConstStrings::MsgTouch, frame));
 }
 // [frame]
 
@@ -115,16 +108,16 @@ void Run(const char* pluginPath) {
 
     PrintCamera("before", *view);
     // [story] A tick before each frame; the finger goes down, moves, and lifts.
-    constexpr int Down = 2;
-    constexpr int Move = 1;
-    constexpr int Up = 4;
+    using workflow::TouchDown;
+    using workflow::TouchMove;
+    using workflow::TouchUp;
     int time = 1000;
     for (int step = 0; step <= 20; ++step, time += 10) {
         workflow.HandleMsg(workflow::TimerMsg(workflow::ConstStrings::MsgTimer, time, 10));
-        SendFinger(workflow, 540 + 10 * step, 400, time, step == 0 ? Down : Move);
+        SendFinger(workflow, 540 + 10 * step, 400, time, step == 0 ? TouchDown : TouchMove);
     }
     workflow.HandleMsg(workflow::TimerMsg(workflow::ConstStrings::MsgTimer, time, 10));
-    SendFinger(workflow, 740, 400, time, Up);
+    SendFinger(workflow, 740, 400, time, TouchUp);
     // [story]
     PrintCamera("after", *view);
 }

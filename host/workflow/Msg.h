@@ -4,8 +4,10 @@
 #include "host/du/RefCounted.h"
 #include "host/du/SmartPtr.h"
 #include "host/du/Symbol.h"
+#include "host/workflow/TouchFrame.h"
 
 #include <array>
+#include <cstddef>
 
 namespace workflow {
 
@@ -58,10 +60,25 @@ public:
 
     TouchMsg(const du::Symbol& type, const Integers& integers) noexcept
         : Msg(type, Content::Touch), m_integers(integers) {}
+    TouchMsg(const du::Symbol& type, const TouchFrame& frame) noexcept
+        : Msg(type, Content::Touch), m_integers(Pack(frame)) {}
 
     [[nodiscard]] const Integers& GetIntegers() const noexcept { return m_integers; }
 
 private:
+    // A reserved integer, the count, and five integers a record.
+    [[nodiscard]] static Integers Pack(const TouchFrame& frame) noexcept {
+        Integers integers{};
+        integers[1] = frame.count;
+        std::size_t next = 2;
+        for (const TouchRecord& record : frame.records) {
+            for (const int value : {record.id, record.x, record.y, record.time, record.flags}) {
+                integers[next++] = value;
+            }
+        }
+        return integers;
+    }
+
     Integers m_integers;
 };
 

@@ -138,11 +138,11 @@ TEST(FingerSlots, AFingerWithoutASlotDoesNothing) {
             s.Up(id).Tick(200);
         }
         s.Mark();
-        EXPECT_EQ(s.Frame({{41, 5, 5, 5, viewer::TouchMove}}, 1).Answer(), false);
+        EXPECT_EQ(s.Frame({{41, 5, 5, 5, workflow::TouchMove}}, 1).Answer(), false);
         EXPECT_EQ(s.Gesture(), select ? touch::GestureDrag : touch::GestureSpin) << "as without a finger";
-        EXPECT_EQ(s.Frame({{41, 500, 5, 5, viewer::TouchMove}}, 1).Answer(), false);
+        EXPECT_EQ(s.Frame({{41, 500, 5, 5, workflow::TouchMove}}, 1).Answer(), false);
         EXPECT_EQ(s.AnswerTo("MsgDoubleClickLeft"), select ? "passed" : "swallowed") << "the finger counts as not down";
-        EXPECT_EQ(s.Frame({{41, 500, 5, 5, viewer::TouchUp}}, 1).Answer(), false);
+        EXPECT_EQ(s.Frame({{41, 500, 5, 5, workflow::TouchUp}}, 1).Answer(), false);
         s.ExpectNoActions();
     }
 }

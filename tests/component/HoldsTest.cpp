@@ -7,7 +7,7 @@ namespace tests {
 namespace {
 
 // A finger that came down at (400, 300) and whose latest record is that many ms younger.
-FingerScript& HoldFor(FingerScript& s, int milliseconds, int x = 402, int y = 301, int flags = viewer::TouchMove) {
+FingerScript& HoldFor(FingerScript& s, int milliseconds, int x = 402, int y = 301, int flags = workflow::TouchMove) {
     s.Down(1, 400, 300);
     return s.Frame({{1, x, y, s.TouchTime() + milliseconds, flags}}, 1).Mark();
 }
@@ -18,11 +18,11 @@ TEST(PressAndHold, ClicksOnTheTickThatFindsTheStillFingerWithinItsInterval) {
         int duration, x, y, flags;
         bool clicks;
     };
-    constexpr int Moves = viewer::TouchMove;
+    constexpr int Moves = workflow::TouchMove;
     const Row rows[] = {{"one short", 1000, 402, 301, Moves, false}, {"first", 1001, 402, 301, Moves, true},
                         {"last", 1099, 402, 301, Moves, true},       {"over", 1100, 402, 301, Moves, false},
                         {"moved 30", 1050, 430, 270, Moves, true},   {"moved 31", 1050, 400, 331, Moves, false},
-                        {"no place", 1050, 0, 0, Moves, true},       {"lifted", 1050, 402, 301, viewer::TouchUp, false},
+                        {"no place", 1050, 0, 0, Moves, true},       {"lifted", 1050, 402, 301, workflow::TouchUp, false},
                         {"no event", 1050, 402, 301, 0, false}};
     for (const char* kind : {"shapeview", "drawingview"}) {
         for (const Row& row : rows) {
@@ -76,9 +76,9 @@ TEST(PressAndHold, AfterTheClickTheFingerNavigatesNoMore) {
 FingerScript& HoldThree(FingerScript& s, int first, int second, int third, int x = 300) {
     s.Down({{1, 300, 300}, {2, 400, 300}, {3, 500, 300}});
     const std::int32_t now = s.TouchTime();
-    return s.Frame({{1, x, 300, now + first, viewer::TouchMove},
-                    {2, 400, 300, now + second, viewer::TouchMove},
-                    {3, 500, 300, now + third, viewer::TouchMove}},
+    return s.Frame({{1, x, 300, now + first, workflow::TouchMove},
+                    {2, 400, 300, now + second, workflow::TouchMove},
+                    {3, 500, 300, now + third, workflow::TouchMove}},
                    3);
 }
 

@@ -63,7 +63,7 @@ TEST(Pan, ExploringPansOnlyAnOrthographicView) {
 TEST(Pan, AFrameOnWhichAFingerLiftsMovesNothing) {
     FingerScript s = FingerScript::OnShapeView();
     s.Down({{1, 300, 300}, {2, 600, 300}}).Tick().Move({{1, 200, 200}, {2, 650, 400}}).Mark().Tick();
-    s.Frame({{1, 100, 100, s.TouchTime(), viewer::TouchUp}, {2, 700, 500, s.TouchTime(), viewer::TouchMove}}, 2);
+    s.Frame({{1, 100, 100, s.TouchTime(), workflow::TouchUp}, {2, 700, 500, s.TouchTime(), workflow::TouchMove}}, 2);
     EXPECT_EQ(s.Answer(), false);
     s.ExpectNoActions();
 }

@@ -92,10 +92,8 @@ TEST(SceneBounds, ACopyThatAsksAnewEndsTheWaitingOfBoth) {
     const du::SmartPtr<touch::TouchWorkflow> copy(new touch::TouchWorkflow(s.Component()));
     const touch::TouchGetBoundsEvent* shared = s.Inspect().GetBoundsEvent();
     ASSERT_NE(shared, nullptr);
-    workflow::TouchMsg::Integers pinched{};
-    pinched.fill(-1);
-    const int records[] = {2, 1, 300, 300, s.TouchTime() + 10, 1, 2, 700, 300, s.TouchTime() + 10, 1};
-    std::copy(std::begin(records), std::end(records), pinched.begin() + 1);
+    const workflow::TouchFrame pinched{2, {{{1, 300, 300, s.TouchTime() + 10, workflow::TouchMove},
+                                            {2, 700, 300, s.TouchTime() + 10, workflow::TouchMove}}}};
     copy->HandleMsg(workflow::TouchMsg(workflow::ConstStrings::MsgTouch, pinched));
     EXPECT_NE(touch::WorkflowInspector(*copy).GetBoundsEvent(), nullptr);
     EXPECT_NE(touch::WorkflowInspector(*copy).GetBoundsEvent(), shared);

@@ -86,7 +86,7 @@ TEST(ShapeRecognizer, ASpanThatIsNoNumberLeavesTheGestureOpen) {
     EXPECT_EQ(s.Inspect().GetFirstFingerId(), -1);
     EXPECT_TRUE(std::isnan(s.Inspect().GetGestureSpan()));
     s.ExpectNoActions();
-    s.Frame({{2, 500, 300, 9, viewer::TouchDown}}, 1);
+    s.Frame({{2, 500, 300, 9, workflow::TouchDown}}, 1);
     EXPECT_EQ(s.Gesture(), touch::GestureSpin);
 }
 

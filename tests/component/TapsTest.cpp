@@ -28,7 +28,7 @@ TEST(Taps, AClickIsAShortTouchThatStaysNearItsStart) {
             view.camera = OrthographicView().camera;
             FingerScript s = FingerScript::OnShapeView(view);
             s.Down(1, 400, 300).Tick(row.duration).Mark();
-            s.Frame({{1, row.x, row.y, s.TouchTime(), viewer::TouchUp}}, 1);
+            s.Frame({{1, row.x, row.y, s.TouchTime(), workflow::TouchUp}}, 1);
             EXPECT_EQ(s.Answer(), true);
             const std::string at = std::to_string(row.x) + " " + std::to_string(row.y);
             s.ExpectActions(row.clicks ? Texts{"MsgClickLeft " + at + " passed"} : Texts{});
@@ -40,7 +40,7 @@ TEST(Taps, AClickIsAShortTouchThatStaysNearItsStart) {
 
 TEST(Taps, ATouchWithoutAStartTimeDoesNotClick) {
     FingerScript s = FingerScript::OnShapeView();
-    s.Frame({{1, 400, 300, 0, viewer::TouchDown}}, 1).Frame({{1, 400, 300, 100, viewer::TouchUp}}, 1);
+    s.Frame({{1, 400, 300, 0, workflow::TouchDown}}, 1).Frame({{1, 400, 300, 100, workflow::TouchUp}}, 1);
     s.ExpectMessages({});
 }
 

@@ -59,7 +59,7 @@ TEST(Timer, TheClockStandsStillInMarkupMode) {
 TEST(Timer, AHoldIsSeenBeforeTheSilenceClearsIt) {
     FingerScript s = FingerScript::OnShapeView();
     s.Down(1, 400, 300).Mark();
-    s.Frame({{1, 401, 300, s.TouchTime() + 1050, viewer::TouchMove}}, 1).Tick(600);
+    s.Frame({{1, 401, 300, s.TouchTime() + 1050, workflow::TouchMove}}, 1).Tick(600);
     s.ExpectMessages({"MsgMouseRightDown 401 300 unheard", "MsgMouseRightUp 401 300 unheard"});
     EXPECT_EQ(s.State(), touch::GestureIdle);
 }

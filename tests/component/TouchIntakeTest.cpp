@@ -43,12 +43,12 @@ TEST(TouchIntake, TheKindOfViewChoosesThePipeline) {
 }
 
 TEST(TouchIntake, StoresRecordsUpToTheFirstGapButSkipsAnEmptyFirstOne) {
-    constexpr int D = viewer::TouchDown;
-    constexpr int M = viewer::TouchMove;
-    constexpr int U = viewer::TouchUp;
+    constexpr int D = workflow::TouchDown;
+    constexpr int M = workflow::TouchMove;
+    constexpr int U = workflow::TouchUp;
     const struct {
         const char* name;
-        std::vector<viewer::TouchRecord> records;
+        std::vector<workflow::TouchRecord> records;
         TouchState expected;
     } rows[] = {
         {"down", {{7, 10, 20, 30, D}}, {7, 10, 20, 0, 0, 30, 0, touch::TSDown, false}},
@@ -87,7 +87,7 @@ TEST(TouchIntake, LaterRecordsKeepStartAndEveryValueThatTheyLack) {
 TEST(TouchIntake, OnlyASingleFingerGoingDownStartsFromACleanTable) {
     const struct {
         const char* name;
-        std::vector<viewer::TouchRecord> records;
+        std::vector<workflow::TouchRecord> records;
         std::int32_t count;
         bool cleared;
     } rows[] = {{"one finger down", {{8, 50, 50, 60, 2}}, 1, true},

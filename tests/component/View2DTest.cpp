@@ -138,7 +138,7 @@ TEST(View2DNavigation, AChangeOfFingersTakesNewReferences) {
 TEST(View2DNavigation, AFrameOnWhichAFingerLiftsMovesNothing) {
     FingerScript s = FingerScript::On2DView();
     s.Down({{1, 300, 200}, {2, 400, 200}}).Tick().Move({{1, 200, 200}, {2, 500, 200}}).Tick().Mark();
-    s.Frame({{1, 100, 200, s.TouchTime(), viewer::TouchMove}, {2, 600, 200, s.TouchTime(), viewer::TouchUp}}, 2);
+    s.Frame({{1, 100, 200, s.TouchTime(), workflow::TouchMove}, {2, 600, 200, s.TouchTime(), workflow::TouchUp}}, 2);
     EXPECT_EQ(s.Answer(), false);
     s.ExpectNoActions();
 }

@@ -46,9 +46,7 @@ private:
 // Runs the code that could keep the plug-in: its statics, its lists, an exchange of names with the host.
 void Use(workflow::Workflow& component) {
     component.HandleMsg(workflow::TimerMsg(workflow::ConstStrings::MsgTimer, 1000, 16));
-    workflow::TouchMsg::Integers frame{};
-    frame.fill(-1);
-    component.HandleMsg(workflow::TouchMsg(workflow::ConstStrings::MsgTouch, frame));
+    component.HandleMsg(workflow::TouchMsg(workflow::ConstStrings::MsgTouch, workflow::TouchFrame()));
     component.HandleMsg(workflow::Msg(workflow::ConstStrings::MsgUpdateStatusBar));
     EXPECT_EQ(component.GetName(), "touch");
 }

@@ -361,21 +361,16 @@ bool FaultyHost::Deliver(const workflow::Msg& message) {
 }
 
 bool FaultyHost::Touch(const std::vector<HostFinger>& fingers) {
-    workflow::TouchMsg::Integers integers{};
-    integers[1] = static_cast<int>(fingers.size());
-    for (std::size_t i = 0; i < touch::SlotCount; ++i) {
-        int* record = &integers[2 + i * 5];
-        record[0] = touch::FreeSlotId;
-        if (i < fingers.size()) {
-            const HostFinger& finger = fingers[i];
-            std::copy_n(std::array{finger.id, finger.x, finger.y, m_touchTime, finger.flags}.begin(), 5, record);
-        }
+    workflow::TouchFrame frame{static_cast<int>(fingers.size()), {}};
+    for (std::size_t i = 0; i < std::min(fingers.size(), frame.records.size()); ++i) {
+        const HostFinger& finger = fingers[i];
+        frame.records.at(i) = {finger.id, finger.x, finger.y, m_touchTime, finger.flags};
     }
-    return Frame(integers);
+    return Frame(frame);
 }
 
-bool FaultyHost::Frame(const workflow::TouchMsg::Integers& integers) {
-    return Deliver(workflow::TouchMsg(workflow::ConstStrings::MsgTouch, integers));
+bool FaultyHost::Frame(const workflow::TouchFrame& frame) {
+    return Deliver(workflow::TouchMsg(workflow::ConstStrings::MsgTouch, frame));
 }
 
 bool FaultyHost::Tick(int milliseconds) {

@@ -127,9 +127,9 @@ struct HostSetup {
     bool preselectGuard = true;
 };
 
-inline constexpr int Down = 2;
-inline constexpr int Move = 1;
-inline constexpr int Up = 4;
+inline constexpr int Down = workflow::TouchDown;
+inline constexpr int Move = workflow::TouchMove;
+inline constexpr int Up = workflow::TouchUp;
 
 struct HostFinger {
     int id;
@@ -169,7 +169,7 @@ public:
     // Input; each answers what the component answered, false without a component. Time goes on by 16 ms with each tick,
     // touch time too. A frame has a record for each finger that is given, in that order.
     bool Touch(const std::vector<HostFinger>& fingers);
-    bool Frame(const workflow::TouchMsg::Integers& integers);
+    bool Frame(const workflow::TouchFrame& frame);
     bool Tick(int milliseconds = 16);
     bool Mouse(const du::Symbol& type, int x = 1, int y = 1);
     bool Mode(const char* workflowName, const char* mode);

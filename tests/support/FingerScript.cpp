@@ -140,7 +140,7 @@ FingerScript::~FingerScript() {
 
 FingerScript& FingerScript::Down(const std::vector<Place>& places) {
     for (const Place& place : places) {
-        m_fingers.push_back({place, viewer::TouchDown});
+        m_fingers.push_back({place, workflow::TouchDown});
     }
     return SendFrame();
 }
@@ -154,7 +154,7 @@ FingerScript& FingerScript::Move(const std::vector<Place>& places) {
 
 FingerScript& FingerScript::Up(const std::vector<int>& ids) {
     for (const int id : ids) {
-        Find(id).flags = viewer::TouchUp;
+        Find(id).flags = workflow::TouchUp;
     }
     return SendFrame();
 }
@@ -163,8 +163,8 @@ FingerScript& FingerScript::Rest() {
     return SendFrame();
 }
 
-FingerScript& FingerScript::Frame(const std::vector<viewer::TouchRecord>& records, std::int32_t count) {
-    viewer::TouchFrame frame;
+FingerScript& FingerScript::Frame(const std::vector<workflow::TouchRecord>& records, std::int32_t count) {
+    workflow::TouchFrame frame;
     frame.count = count;
     std::copy(records.begin(), records.end(), frame.records.begin());
     return Send(frame);
@@ -180,20 +180,20 @@ FingerScript::Finger& FingerScript::Find(int id) {
 }
 
 FingerScript& FingerScript::SendFrame() {
-    viewer::TouchFrame frame;
+    workflow::TouchFrame frame;
     frame.count = static_cast<std::int32_t>(m_fingers.size());
     for (std::size_t i = 0; i < m_fingers.size(); ++i) {
         const Finger& finger = m_fingers[i];
         frame.records.at(i) = {finger.place.id, finger.place.x, finger.place.y, m_touchTime, finger.flags};
     }
-    std::erase_if(m_fingers, [](const Finger& finger) { return finger.flags == viewer::TouchUp; });
+    std::erase_if(m_fingers, [](const Finger& finger) { return finger.flags == workflow::TouchUp; });
     for (Finger& finger : m_fingers) {
-        finger.flags = viewer::TouchMove;
+        finger.flags = workflow::TouchMove;
     }
     return Send(frame);
 }
 
-FingerScript& FingerScript::Send(const viewer::TouchFrame& frame) {
+FingerScript& FingerScript::Send(const workflow::TouchFrame& frame) {
     m_invariants.NoteFrame(frame);
     m_answer = m_viewer.Touch(frame);
     return CheckInvariants();

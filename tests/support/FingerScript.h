@@ -64,7 +64,7 @@ public:
     FingerScript& Up(const std::vector<int>& ids);
     FingerScript& Rest();
     // A frame of up to ten records as it is given, with a count of its own; the fingers above know nothing of it.
-    FingerScript& Frame(const std::vector<viewer::TouchRecord>& records, std::int32_t count);
+    FingerScript& Frame(const std::vector<workflow::TouchRecord>& records, std::int32_t count);
 
     // One tick after a number of milliseconds.
     FingerScript& Tick(int milliseconds = 10);
@@ -147,7 +147,7 @@ private:
     FingerScript(const viewer::ViewSpec& view, const viewer::HostSettings& settings);
     Finger& Find(int id);
     FingerScript& SendFrame();
-    FingerScript& Send(const viewer::TouchFrame& frame);
+    FingerScript& Send(const workflow::TouchFrame& frame);
     FingerScript& CheckInvariants();
     FingerScript& CheckInvariantsOfNewView();
     [[nodiscard]] std::vector<viewer::Call> CallsSinceMark() const;

@@ -40,18 +40,6 @@ HostSetup ChooseSetup(Choices& choices) {
     return setup;
 }
 
-workflow::TouchMsg MakeMessage(const viewer::TouchFrame& frame) {
-    workflow::TouchMsg::Integers integers{};
-    integers[1] = frame.count;
-    std::size_t next = 2;
-    for (const viewer::TouchRecord& record : frame.records) {
-        for (const int value : {record.id, record.x, record.y, record.time, record.flags}) {
-            integers[next++] = value;
-        }
-    }
-    return {ConstStrings::MsgTouch, integers};
-}
-
 // A component from the plug-in's factory, which knows what it is asked for.
 du::SmartPtr<touch::TouchWorkflow> Create(Choices& choices) {
     const char* const viewType = choices.Chance(90) ? "shapeview" : "other";
@@ -178,7 +166,7 @@ void HostileSession::PlayFrames(int count, int milliseconds) {
     }
 }
 
-void HostileSession::SendFrame(const viewer::TouchFrame& frame) {
+void HostileSession::SendFrame(const workflow::TouchFrame& frame) {
     const dg::Camera3D camera = m_host.answers.camera;
     const dg::Location page = m_host.answers.pageLocation;
     const double width = m_host.answers.orthoWidth;
@@ -186,11 +174,11 @@ void HostileSession::SendFrame(const viewer::TouchFrame& frame) {
     for (Companion& companion : m_companions) {
         companion.invariants.NoteFrame(frame);
     }
-    Deliver(MakeMessage(frame));
+    Deliver(workflow::TouchMsg(ConstStrings::MsgTouch, frame));
     ++m_frames;
     if (m_log != nullptr) {
         *m_log << "frame " << m_frames << " of " << frame.count << " fingers";
-        for (const viewer::TouchRecord& finger : frame.records) {
+        for (const workflow::TouchRecord& finger : frame.records) {
             if (finger.id != touch::FreeSlotId) {
                 *m_log << ", " << finger.id << ": " << finger.x << ' ' << finger.y << ' ' << finger.time << ' '
                        << finger.flags;
@@ -204,7 +192,7 @@ void HostileSession::SendFrame(const viewer::TouchFrame& frame) {
 
 // Some of the records are there; each of their numbers may be anything.
 void HostileSession::SendWildFrame() {
-    viewer::TouchFrame frame;
+    workflow::TouchFrame frame;
     const int count = m_choices.Below(11);
     frame.count = m_choices.Chance(60) ? count : m_choices.Integer();
     Note("wild frame", frame.count, count);

@@ -52,7 +52,7 @@ private:
     // Input.
     void PlayHand();
     void PlayFrames(int count, int milliseconds);
-    void SendFrame(const viewer::TouchFrame& frame);
+    void SendFrame(const workflow::TouchFrame& frame);
     void SendWildFrame();
     void SendTick(std::int64_t now, std::int64_t interval);
     void SendMouse();

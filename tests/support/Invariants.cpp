@@ -108,8 +108,8 @@ bool IsSensibleView(const hxk::View* view) {
     return picture && IsSensiblePicture(*picture);
 }
 
-bool IsOnScreen(const viewer::TouchFrame& frame) {
-    return std::all_of(frame.records.begin(), frame.records.end(), [](const viewer::TouchRecord& record) {
+bool IsOnScreen(const workflow::TouchFrame& frame) {
+    return std::all_of(frame.records.begin(), frame.records.end(), [](const workflow::TouchRecord& record) {
         return record.x <= LargestPixel && record.y <= LargestPixel;  // 0 and less carry no value
     });
 }
@@ -215,7 +215,7 @@ std::size_t GetBytesInUse() {
 #endif
 }
 
-void Invariants::NoteFrame(const viewer::TouchFrame& frame) {
+void Invariants::NoteFrame(const workflow::TouchFrame& frame) {
     m_sensible = m_sensible && IsOnScreen(frame);
 }
 

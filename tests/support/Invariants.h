@@ -26,7 +26,7 @@ namespace tests {
 class Invariants {
 public:
     // Before a frame is sent.
-    void NoteFrame(const viewer::TouchFrame& frame);
+    void NoteFrame(const workflow::TouchFrame& frame);
     // A call came from within a call, or as no screen and no host would make it.
     void NoteDisorder() { m_sensible = false; }
     // Whether the camera must be sound now.

@@ -29,7 +29,7 @@ void PlausibleHand::PutDown(Choices& choices) {
         const double hand = !apart ? 0 : i % 2 == 0 ? -300 : 300;
         const int place = apart ? i / 2 : i;
         m_fingers.push_back({m_nextId, std::clamp(middle + hand + place * gap, 1.0, ScreenWidth - 1),
-                             std::clamp(row + place * 7.0, 1.0, ScreenHeight - 1), viewer::TouchDown});
+                             std::clamp(row + place * 7.0, 1.0, ScreenHeight - 1), workflow::TouchDown});
         m_nextId = (m_nextId + 1) % 13;
     }
     m_motion = Motion::Rest;
@@ -49,17 +49,17 @@ void PlausibleHand::ChooseMotion(Choices& choices) {
 
 void PlausibleHand::LiftAll() {
     for (Finger& finger : m_fingers) {
-        finger.flags = viewer::TouchUp;
+        finger.flags = workflow::TouchUp;
     }
 }
 
 void PlausibleHand::LiftOne(Choices& choices) {
     if (!m_fingers.empty()) {
-        m_fingers[static_cast<std::size_t>(choices.Below(static_cast<int>(m_fingers.size())))].flags = viewer::TouchUp;
+        m_fingers[static_cast<std::size_t>(choices.Below(static_cast<int>(m_fingers.size())))].flags = workflow::TouchUp;
     }
 }
 
-viewer::TouchFrame PlausibleHand::MakeFrame(std::int32_t milliseconds) {
+workflow::TouchFrame PlausibleHand::MakeFrame(std::int32_t milliseconds) {
     m_time += milliseconds;
     double centerX = 0;
     double centerY = 0;
@@ -67,19 +67,19 @@ viewer::TouchFrame PlausibleHand::MakeFrame(std::int32_t milliseconds) {
         centerX += finger.x / static_cast<double>(m_fingers.size());
         centerY += finger.y / static_cast<double>(m_fingers.size());
     }
-    viewer::TouchFrame frame;
+    workflow::TouchFrame frame;
     frame.count = static_cast<std::int32_t>(m_fingers.size());
     for (std::size_t i = 0; i < m_fingers.size(); ++i) {
         Finger& finger = m_fingers[i];
-        if (finger.flags == viewer::TouchMove) {
+        if (finger.flags == workflow::TouchMove) {
             Advance(finger, centerX, centerY);
         }
         frame.records[i] = {finger.id, static_cast<std::int32_t>(finger.x), static_cast<std::int32_t>(finger.y), m_time,
                             finger.flags};
     }
-    std::erase_if(m_fingers, [](const Finger& finger) { return finger.flags == viewer::TouchUp; });
+    std::erase_if(m_fingers, [](const Finger& finger) { return finger.flags == workflow::TouchUp; });
     for (Finger& finger : m_fingers) {
-        finger.flags = viewer::TouchMove;
+        finger.flags = workflow::TouchMove;
     }
     if (m_motion == Motion::Jump) {
         m_motion = Motion::Rest;

@@ -22,7 +22,7 @@ public:
     void LiftOne(Choices& choices);
 
     // The next frame, so many milliseconds of the touch clock after the one before.
-    viewer::TouchFrame MakeFrame(std::int32_t milliseconds);
+    workflow::TouchFrame MakeFrame(std::int32_t milliseconds);
 
 private:
     enum class Motion { Rest, Creep, Sweep, Apart, Together, Turn, Fly, Jump };

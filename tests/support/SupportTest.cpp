@@ -76,7 +76,7 @@ TEST(Invariants, NoticeASkewedCameraExceptAfterInputThatMaySkewIt) {
     s.Viewer().ChangeView(skewed);
     EXPECT_NONFATAL_FAILURE(s.Tick(), "not orthonormal");
     s.Change(skewed).Tick();
-    s.Change(sound).Frame({{1, 2'000'000'000, 1, 1, viewer::TouchDown}}, 1);
+    s.Change(sound).Frame({{1, 2'000'000'000, 1, 1, workflow::TouchDown}}, 1);
     s.Viewer().ChangeView(skewed);
     s.Tick();
 

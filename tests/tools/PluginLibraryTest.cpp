@@ -28,22 +28,21 @@ public:
     std::string all;
 };
 
-// Records of id, x, y, time and flags.
-void Touch(workflow::SimpleWorkflow& component, const std::vector<int>& records) {
-    workflow::TouchMsg::Integers integers{};
-    integers.fill(-1);
-    integers[1] = static_cast<int>(records.size() / 5);
-    std::copy(records.begin(), records.end(), integers.begin() + 2);
-    component.HandleMsg(workflow::TouchMsg(ConstStrings::MsgTouch, integers));
+void Touch(workflow::SimpleWorkflow& component, const std::vector<workflow::TouchRecord>& records) {
+    workflow::TouchFrame frame{static_cast<int>(records.size()), {}};
+    std::copy(records.begin(), records.end(), frame.records.begin());
+    component.HandleMsg(workflow::TouchMsg(ConstStrings::MsgTouch, frame));
 }
 
 // One finger spins, which shows the cross; with a second one it pinches, which asks for the model's box.
 void SpinAndPinch(workflow::SimpleWorkflow& component) {
-    Touch(component, {1, 400, 300, 1000, TouchDown});
-    Touch(component, {1, 440, 300, 1010, TouchMove});
-    Touch(component, {1, 480, 300, 1020, TouchMove});
-    Touch(component, {1, 480, 300, 1030, TouchMove, 2, 780, 300, 1030, TouchDown});
-    Touch(component, {1, 430, 300, 1040, TouchMove, 2, 830, 300, 1040, TouchMove});
+    using workflow::TouchDown;
+    using workflow::TouchMove;
+    Touch(component, {{1, 400, 300, 1000, TouchDown}});
+    Touch(component, {{1, 440, 300, 1010, TouchMove}});
+    Touch(component, {{1, 480, 300, 1020, TouchMove}});
+    Touch(component, {{1, 480, 300, 1030, TouchMove}, {2, 780, 300, 1030, TouchDown}});
+    Touch(component, {{1, 430, 300, 1040, TouchMove}, {2, 830, 300, 1040, TouchMove}});
 }
 
 // Ends the process with 0 when all went well: a library that was kept stays until then.

@@ -40,10 +40,10 @@ std::vector<std::string> Frames(const Session& session) {
         if (const auto* touch = std::get_if<replay::TouchEvent>(&event)) {
             std::string text = std::to_string(touch->frame.records[0].time) + ":";
             for (int i = 0; i < touch->frame.count; ++i) {
-                const viewer::TouchRecord& record = touch->frame.records.at(static_cast<std::size_t>(i));
-                const char* flag = record.flags == viewer::TouchDown   ? "D"
-                                   : record.flags == viewer::TouchMove ? "M"
-                                   : record.flags == viewer::TouchUp   ? "U"
+                const workflow::TouchRecord& record = touch->frame.records.at(static_cast<std::size_t>(i));
+                const char* flag = record.flags == workflow::TouchDown   ? "D"
+                                   : record.flags == workflow::TouchMove ? "M"
+                                   : record.flags == workflow::TouchUp   ? "U"
                                                                        : "?";
                 text += " " + std::to_string(record.id) + flag;
                 EXPECT_EQ(record.time, touch->frame.records[0].time);
@@ -104,9 +104,9 @@ TEST(RecordingSession, ALiftRepeatsTheLastPlace) {
     const Session session = SessionFromRecording(Device({{0, {{0, 7, 110, 120}}}, {5000, {}}}), PixelView());
     // Device rows count downward, view rows upward: 499 - 120 = 379.
     EXPECT_EQ(std::get<replay::TouchEvent>(session.events.at(1)).frame.records[0],
-              (viewer::TouchRecord{7, 110, 379, 1000, viewer::TouchDown}));
+              (workflow::TouchRecord{7, 110, 379, 1000, workflow::TouchDown}));
     EXPECT_EQ(std::get<replay::TouchEvent>(session.events.at(2)).frame.records[0],
-              (viewer::TouchRecord{7, 110, 379, 1005, viewer::TouchUp}));
+              (workflow::TouchRecord{7, 110, 379, 1005, workflow::TouchUp}));
 }
 
 TEST(RecordingSession, AFrameHoldsTenFingersAndTheEleventhWaits) {

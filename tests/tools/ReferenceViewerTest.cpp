@@ -32,8 +32,8 @@ ViewSpec MakeShapeSpec() {
     return description;
 }
 
-TouchFrame MakeFrame(std::initializer_list<TouchRecord> records) {
-    TouchFrame frame;
+workflow::TouchFrame MakeFrame(std::initializer_list<workflow::TouchRecord> records) {
+    workflow::TouchFrame frame;
     frame.count = static_cast<std::int32_t>(records.size());
     std::copy(records.begin(), records.end(), frame.records.begin());
     return frame;
@@ -60,9 +60,9 @@ TEST_F(HeadlessViewer, ARightClickOpensTheContextActionsUntilTheNextTouch) {
         EXPECT_EQ(viewer.TakeSnapshot().contextMenu, part);
         EXPECT_EQ(viewer.TakeSnapshot().contextMenuAt, dg::DPoint2D(x, 400));
     }
-    viewer.Touch(MakeFrame({{7, 10, 10, 1, TouchMove}}));
+    viewer.Touch(MakeFrame({{7, 10, 10, 1, workflow::TouchMove}}));
     EXPECT_NE(viewer.TakeSnapshot().contextMenu, std::nullopt) << "the finger that opened it still rests";
-    viewer.Touch(MakeFrame({{8, 10, 10, 1, TouchDown}}));
+    viewer.Touch(MakeFrame({{8, 10, 10, 1, workflow::TouchDown}}));
     EXPECT_EQ(viewer.TakeSnapshot().contextMenu, std::nullopt);
 }
 
@@ -74,15 +74,15 @@ TEST_F(HeadlessViewer, ASelectionDragEndsInEveryWayADragCanEnd) {
         bool bandLeft;
     };
     const auto mouse = [this](const char* type, int x) { return [=, this] { viewer.Mouse(type, x, 400); }; };
-    const TouchRecord lifted{1, 9, 9, 9, TouchUp};
-    const auto lift = [this](std::initializer_list<TouchRecord> records) {
+    const workflow::TouchRecord lifted{1, 9, 9, 9, workflow::TouchUp};
+    const auto lift = [this](std::initializer_list<workflow::TouchRecord> records) {
         return [frame = MakeFrame(records), this] { viewer.Touch(frame); };
     };
     const auto tick = [this](int now) { return [=, this] { viewer.Tick(now, 16); }; };
     const Row rows[] = {
         {"the button goes up", mouse("MsgMouseLeftUp", 0), {"left"}, false},
         {"the finger lifts", lift({lifted}), {"left"}, false},
-        {"a finger stays", lift({lifted, {2, 9, 9, 9, TouchMove}}), {}, true},
+        {"a finger stays", lift({lifted, {2, 9, 9, 9, workflow::TouchMove}}), {}, true},
         {"it was a click", mouse("MsgClickLeft", 960), {"right"}, false},
         {"half a second without a drag", tick(1500), {}, true},
         {"more than that", tick(1501), {"left"}, false},
@@ -247,12 +247,12 @@ TEST(ViewerShutdown, LeavesNothingBehindInTheMiddleOfATouch) {
     viewer.LoadComponent(TOUCHNAV_PLUGIN, "shapeview");
     viewer.Tick(1000, 16);
     // A spin leaves the markup on the view; a pinch then leaves a request waiting.
-    viewer.Touch(MakeFrame({{1, 500, 400, 100, TouchDown}}));
-    viewer.Touch(MakeFrame({{1, 600, 400, 120, TouchMove}}));
+    viewer.Touch(MakeFrame({{1, 500, 400, 100, workflow::TouchDown}}));
+    viewer.Touch(MakeFrame({{1, 600, 400, 120, workflow::TouchMove}}));
     EXPECT_EQ(viewer.TakeSnapshot().markups.size(), 3U);
-    viewer.Touch(MakeFrame({{1, 600, 400, 140, TouchMove}, {2, 700, 500, 140, TouchDown}}));
-    viewer.Touch(MakeFrame({{1, 500, 300, 160, TouchMove}, {2, 900, 700, 160, TouchMove}}));
-    viewer.Touch(MakeFrame({{1, 300, 100, 180, TouchMove}, {2, 1100, 790, 180, TouchMove}}));
+    viewer.Touch(MakeFrame({{1, 600, 400, 140, workflow::TouchMove}, {2, 700, 500, 140, workflow::TouchDown}}));
+    viewer.Touch(MakeFrame({{1, 500, 300, 160, workflow::TouchMove}, {2, 900, 700, 160, workflow::TouchMove}}));
+    viewer.Touch(MakeFrame({{1, 300, 100, 180, workflow::TouchMove}, {2, 1100, 790, 180, workflow::TouchMove}}));
     EXPECT_TRUE(std::ranges::any_of(viewer.GetRecorder().GetCalls(),
                                     [](const Call& call) { return std::holds_alternative<ManageObjectCall>(call); }));
     // Unloading twice, once by hand, once by the destructor; a leak is for the leak checker to find.

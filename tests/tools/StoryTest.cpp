@@ -53,7 +53,7 @@ public:
         }
         TouchEvent event;
         event.frame.count = fingers;
-        m_x += flags == viewer::TouchMove ? 5 : 0;
+        m_x += flags == workflow::TouchMove ? 5 : 0;
         for (int i = 0; i < fingers; ++i) {
             event.frame.records.at(static_cast<std::size_t>(i)) = {i + 1, m_x + 100 * i, 300,
                                                                    static_cast<std::int32_t>(m_now), flags};
@@ -64,10 +64,10 @@ public:
     static touch::GestureType Usual(int fingers) {
         return fingers == 1 ? touch::GestureSpin : touch::GesturePanZoomRotate;
     }
-    Script& Down(int fingers) { return Frame(fingers, viewer::TouchDown, Usual(fingers)); }
-    Script& Move(int fingers) { return Frame(fingers, viewer::TouchMove, Usual(fingers)); }
+    Script& Down(int fingers) { return Frame(fingers, workflow::TouchDown, Usual(fingers)); }
+    Script& Move(int fingers) { return Frame(fingers, workflow::TouchMove, Usual(fingers)); }
     Script& Up(int fingers, std::vector<viewer::Call> calls = {}) {
-        return Frame(fingers, viewer::TouchUp, Usual(fingers), std::move(calls));
+        return Frame(fingers, workflow::TouchUp, Usual(fingers), std::move(calls));
     }
     Script& Host(const Event& event, std::optional<bool> swallowed = std::nullopt) {
         m_handled = swallowed;
@@ -231,7 +231,7 @@ TEST(Story, DividesATouchWhereFingersJoinAndLeave) {
     for (const Row& row : rows) {
         Script script;
         script.Down(1).Orbit(dg::DVec3::Y, row.landingTurn);
-        script.Frame(1, viewer::TouchMove, touch::GestureSpin, {}, row.landingMs);
+        script.Frame(1, workflow::TouchMove, touch::GestureSpin, {}, row.landingMs);
         const dg::FVec3 u = script.view.camera.GetLocation().GetU();
         script.Down(2).MoveEye(dg::DVec3(u) * -2).Move(2);
         script.Move(1).Up(1);  // the other finger stays 20 ms
@@ -270,7 +270,7 @@ TEST(Story, FollowsASpinAfterItsRelease) {
             script.Orbit(dg::DVec3::Y, -10).Tick();
         }
         if (row.stopped) {
-            script.Frame(1, viewer::TouchDown, touch::GestureSpin, {stop}).Up(1);
+            script.Frame(1, workflow::TouchDown, touch::GestureSpin, {stop}).Up(1);
         }
         script.Tick(1200).Tick();
         EXPECT_THAT(script.Lines(), ::testing::Contains("after release | Coasting | " + std::string(row.text)));
@@ -376,7 +376,7 @@ TEST(StorySheet, ACardStandsAtTheMomentOfItsEffect) {
     Script tap;
     tap.Down(2).Tick();
     switches(tap);
-    tap.Frame(2, viewer::TouchUp, touch::GesturePanZoomRotate, {}, 0);
+    tap.Frame(2, workflow::TouchUp, touch::GesturePanZoomRotate, {}, 0);
     showsStatus(tap);
     tap.Tick();
 
