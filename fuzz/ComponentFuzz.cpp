@@ -1,7 +1,7 @@
 // The component through its whole message surface, in a host that misbehaves: the input's bytes are the choices of a
 // hostile session. With TOUCHNAV_FUZZ_LOG set every event is written out as it begins, which tells how a crash came.
+#include "fuzz/HostileSession.h"
 #include "fuzz/Require.h"
-#include "tests/support/HostileSession.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -17,9 +17,9 @@ constexpr int MaxFrames = 2000;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     std::ostream* log = std::getenv("TOUCHNAV_FUZZ_LOG") != nullptr ? &std::cerr : nullptr;
-    tests::ByteChoices choices(data, size);
+    fuzz::ByteChoices choices(data, size);
     {
-        tests::HostileSession session(choices, log);
+        fuzz::HostileSession session(choices, log);
         while (!choices.AreOver() && session.GetFrameCount() < MaxFrames) {
             session.Step();
             fuzz::Require(session.GetFault().empty(), "a sound component, but " + session.GetFault());

@@ -104,8 +104,9 @@ bool GestureTracker::BeginsTouch(const workflow::TouchFrame& frame) const {
     return frame.count == 1 && first != frame.records.end() && (first->flags & workflow::TouchDown) != 0;
 }
 
-std::vector<Gesture> GestureTracker::Enter(const Observation& observation, const workflow::TouchFrame& frame, double time,
-                                           const viewer::ViewSnapshot& before, const viewer::ViewSnapshot& after) {
+std::vector<Gesture> GestureTracker::Enter(const Observation& observation, const workflow::TouchFrame& frame,
+                                           double time, const viewer::ViewSnapshot& before,
+                                           const viewer::ViewSnapshot& after) {
     std::vector<Gesture> ended;
     if (BeginsTouch(frame)) {
         ended = EndTouch();

@@ -111,7 +111,8 @@ public:
                                              [&](const Finger& finger) { return IsSame(finger, contact); });
             if (isKnown || room > 0) {
                 room -= isKnown ? 0 : 1;
-                fingers.push_back({contact.slot, RecordOf(contact, isKnown ? workflow::TouchMove : workflow::TouchDown)});
+                fingers.push_back(
+                    {contact.slot, RecordOf(contact, isKnown ? workflow::TouchMove : workflow::TouchDown)});
             }
         }
         std::stable_sort(fingers.begin(), fingers.end(),

@@ -1,6 +1,7 @@
 // The event model: everything a host says to the component, in order.
 #pragma once
 
+#include "host/workflow/TouchFrame.h"
 #include "viewer/ViewSpec.h"
 
 #include <cstdint>

@@ -4,10 +4,10 @@
 
 #include "host/dp/HXTracer.h"
 #include "host/platform/DynamicLibrary.h"
-#include "touch/Boundary.h"
 #include "touch/Inspection.h"
 #include "touch/LiveObjects.h"
 #include "touch/TouchWorkflow.h"
+#include "touch/shell/Boundary.h"
 
 #include <algorithm>
 #include <iterator>

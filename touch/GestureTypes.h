@@ -1,6 +1,8 @@
 // The kinds of gesture and the states of the recogniser. The state diagram is in docs/GESTURES.md.
 #pragma once
 
+#include "host/dg/Point.h"
+
 #include <cstdint>
 #include <string_view>
 
@@ -22,6 +24,13 @@ enum GestureState : std::int32_t {
     GestureStarted = 1,     // the finger set has been read; the kind is decided in the same call
     GestureRecognized = 2,  // the kind is latched; its processor runs on every frame
     GestureEnded = 3,       // the finger of a one-finger gesture was lifted
+};
+
+// Several fingers read as one circle.
+struct GestureCircle {
+    dg::DPoint2D center;  // pixels
+    double span;          // pixels; its diameter, 0 for one finger
+    double angle;         // radians in [0, 2 pi)
 };
 
 [[nodiscard]] constexpr std::string_view NameOf(GestureType gesture) noexcept {

@@ -7,9 +7,9 @@
 #include "host/platform/Display.h"
 #include "host/platform/Environment.h"
 #include "host/workflow/ConstStrings.h"
-#include "touch/Boundary.h"
-#include "touch/SpinCenterMarkup.h"
-#include "touch/TouchGetBoundsEvent.h"
+#include "touch/markup/SpinCenterMarkup.h"
+#include "touch/navigation/TouchGetBoundsEvent.h"
+#include "touch/shell/Boundary.h"
 
 #include <tuple>
 #include <utility>

@@ -16,18 +16,20 @@
 #include "host/hxk/Preferences.h"
 #include "host/hxk/View.h"
 #include "host/workflow/SimpleWorkflow.h"
-#include "touch/FrameView.h"
+#include "touch/FrameContext.h"
 #include "touch/GestureTypes.h"
 #include "touch/LiveObjects.h"
-#include "touch/RequestInFlight.h"
 #include "touch/Thresholds.h"
 #include "touch/TouchApi.h"
 #include "touch/TouchState.h"
-#include "touch/Trackball.h"
+#include "touch/navigation/RequestInFlight.h"
+#include "touch/navigation/Trackball.h"
+#include "touch/tracking/FingerPool.h"
 
 #include <array>
 #include <cstdint>
 #include <list>
+#include <optional>
 #include <string>
 
 namespace touch {
@@ -60,11 +62,11 @@ public:
 
     // Host interface, in the order of the virtual table ---------------------------------------------------------------
 
-    // Attaches the workflow to a view and applies the view's default preferences. (Modes.cpp)
+    // Attaches the workflow to a view and applies the view's default preferences. (shell/Modes.cpp)
     void SetView(const du::SmartPtr<hxk::View>& view) override;
 
     // Each mouse handler answers true to swallow the message, which is then an echo of a touch that is being handled as
-    // a gesture, and false to let it pass. The coordinates are not looked at. (MouseMessages.cpp)
+    // a gesture, and false to let it pass. The coordinates are not looked at. (shell/MouseMessages.cpp)
     bool OnMsgDoubleClickLeft(int x, int y) override;
     bool OnMsgClickLeft(int x, int y) override;
     bool OnMsgMouseLeftDown(int x, int y) override;
@@ -78,15 +80,15 @@ public:
     bool OnMsgMouseMiddleDrag(int x, int y) override;
     bool OnMsgMouseRightDrag(int x, int y) override;
 
-    // Takes preference updates and switches markup mode. Always false. (Modes.cpp)
+    // Takes preference updates and switches markup mode. Always false. (shell/Modes.cpp)
     bool OnMsgMode(const du::Symbol& workflowName, const du::Symbol& mode, const du::SmartPtr<du::RefCounted>& data,
                    int value) override;
-    // Shows the mode's text when the status bar is the touch workflow's; false when it is not. (StatusBar.cpp)
+    // Shows the mode's text when the status bar is the touch workflow's; false when it is not. (shell/StatusBar.cpp)
     bool OnMsgUpdateStatusBar() override;
-    // The component's clock: host time and interval in milliseconds. Always false. (Timer.cpp)
+    // The component's clock: host time and interval in milliseconds. Always false. (shell/Timer.cpp)
     bool OnMsgTimer(long long now, long long interval) override;
     // A touch frame; see workflow::SimpleWorkflow. True when a gesture used it. A frame for a view of an unknown kind
-    // is used up without effect. (TouchIntake.cpp)
+    // is used up without effect. (tracking/TouchIntake.cpp)
     bool OnMsgTouch(int reserved, int count, int id0, int x0, int y0, int time0, int flags0, int id1, int x1, int y1,
                     int time1, int flags1, int id2, int x2, int y2, int time2, int flags2, int id3, int x3, int y3,
                     int time3, int flags3, int id4, int x4, int y4, int time4, int flags4, int id5, int x5, int y5,
@@ -101,12 +103,13 @@ public:
 
     // For callers beside the host's dispatch --------------------------------------------------------------------------
 
-    // Takes the answer to a bounds request, in world units; empty when the request failed. (SceneBounds.cpp)
+    // Takes the answer to a bounds request, in world units; empty when the request failed. (navigation/SceneBounds.cpp)
     void ReceiveBounds(const dg::DBox& bounds);
-    // Notes the start of a one-finger gesture on a 2D view; the coordinates are not used. (View2DNavigation.cpp)
+    // Notes the start of a one-finger gesture on a 2D view; the coordinates are not used.
+    // (navigation/View2DNavigation.cpp)
     void SingleFinger2DInitialize(int x, int y);
 
-    // The view geometry snapshot of the latest 3D gesture step; zero before the first. (ViewGeometry.cpp)
+    // The view geometry snapshot of the latest 3D gesture step; zero before the first. (navigation/ViewGeometry.cpp)
 
     // The middle of the view in pixels.
     [[nodiscard]] dg::DVec2 GetPixelCenter() const;
@@ -122,11 +125,11 @@ public:
     [[nodiscard]] dg::DVec3 GetCameraW() const;
 
 protected:
-    // Stores the text of the current mode in the status bar and repaints it. (StatusBar.cpp)
+    // Stores the text of the current mode in the status bar and repaints it. (shell/StatusBar.cpp)
     void SetStatusBarMessage();
 
     // Pixel measures. Mind the argument order: both x values first, then both y values. Differences, squares and sums
-    // are 32-bit integers that wrap around; points are truncated to whole pixels first. (TouchGeometry.cpp)
+    // are 32-bit integers that wrap around; points are truncated to whole pixels first. (recognition/TouchGeometry.cpp)
     [[nodiscard]] double DistanceBetweenPoints(int x1, int x2, int y1, int y2) const;
     [[nodiscard]] double DistanceBetweenPoints(dg::DPoint2D p1, dg::DPoint2D p2) const;
     // The direction from point 2 to point 1, in radians in (-pi, pi].
@@ -155,14 +158,14 @@ private:
     // Reads the screen's pixels per inch.
     void GetPPI();
 
-    // Modes.cpp: shows or hides the spin-centre markup as the preference says; without the key nothing changes.
+    // shell/Modes.cpp: shows or hides the spin-centre markup as the preference says; without the key nothing changes.
     void ApplyPreferences(const du::SmartPtr<hxk::Preferences>& preferences);
 
-    // StatusBar.cpp
+    // shell/StatusBar.cpp
     // Sends a mouse message, which is delivered before this returns, to this workflow too.
     void SendMouseMsg(du::Symbol type, int x, int y);
 
-    // TouchIntake.cpp
+    // tracking/TouchIntake.cpp
     // What a frame for the view is for, with the view taken as the latest of its kind. The caller holds the view.
     FrameTarget FindFrameTarget(const du::SmartPtr<hxk::View>& view);
     // Stores a frame's fingers in the slots. A single finger going down starts from a clean table. Every record stays
@@ -178,13 +181,14 @@ private:
     // Stores a record. False, and nothing is stored, when there is no finger in it.
     bool SaveFinger(int id, int x, int y, int time, int flags);
 
-    // FingerSlots.cpp: the slot table.
-    // The slot that holds an id, else the first free slot, else -1.
+    // tracking/FingerSlots.cpp: the slot table.
+    // The slot that holds an id; else the first free slot, which is where its finger would go; else -1.
     [[nodiscard]] int GetMatchedSlotNumber(int id) const;
     [[nodiscard]] int GetMatchedId(int slot) const;
-    // The same slot as a record; null when there is none.
-    [[nodiscard]] TouchState* FindSlot(int id);
-    [[nodiscard]] const TouchState* FindSlot(int id) const;
+    // The record of the slot that matches an id, which is a free one for a finger that is not tracked; null when ten
+    // others are.
+    [[nodiscard]] TouchState* MatchSlot(int id);
+    [[nodiscard]] const TouchState* MatchSlot(int id) const;
     // Whether a finger has left its start; marks the slot when it has. The first argument is an id, or a slot index
     // when byIndex is set. False for a position with a zero coordinate and for a finger without a slot.
     bool GetFingerIsMoving(int id, int x, int y, bool byIndex);
@@ -196,11 +200,8 @@ private:
     [[nodiscard]] bool GetFirstTouchUp() const;
     [[nodiscard]] bool GetTouchTappedNow() const;
 
-    // FingerLists.cpp: the gesture's fingers and the end of touches.
+    // tracking/FingerLists.cpp: the gesture's fingers and the end of touches.
     void AddFingerList(TouchState state);
-    // Append to a list, and empty one, with the list's elements taken from the spare ones and put back there.
-    void AppendFinger(std::list<TouchState>& fingers, const TouchState& state);
-    void RemoveFingers(std::list<TouchState>& fingers);
     // Back to idle: slots, lists, gesture record and the touch's flags.
     void ResetTouchStates();
     // The part of the reset that a stray click also causes.
@@ -208,28 +209,39 @@ private:
     // Notes the lift of a single finger; the gesture has then ended.
     void ClearUpFingerState();
 
-    // ShapeRecognizer.cpp: classification and dispatch for 3D views.
+    // recognition/ShapeRecognizer.cpp: classification and dispatch for 3D views.
     void RecognizeGesture();
-    void RestartGesture();
-    void ClassifyGesture(GestureType oneFinger, GestureType severalFingers);
+    // Reads the finger set anew: lists, hands and circle.
     void UpdateGesture();
     bool processShapeViewGesture();
-    // Whether a finger went up on this very frame. Several processors of a frame ask: m_fingerLifted has the answer.
+    // Whether a finger went up on this very frame. Several processors of a frame ask: m_frame has the answer.
     [[nodiscard]] bool DontUpdateView() const;
 
-    // GestureCircle.cpp: centre, span and direction of the fingers; onset of pinch and twist.
-    void MeasureGestureCircle(double& angle);
+    // recognition/GestureStates.cpp: the transitions of a gesture.
+    // What both recognisers begin with. True when the gesture was recognised on an earlier frame and goes on.
+    bool StepGestureState(GestureType oneFinger, GestureType severalFingers);
+    void ForgetGesture();
+    void StartGesture();
+    void ClassifyGesture(GestureType oneFinger, GestureType severalFingers);
+    void EndGesture();
+
+    // recognition/GestureCircle.cpp: centre, span and direction of the fingers; onset of pinch and twist.
+    // The circle of the fingers as they are now; no value without fingers.
+    [[nodiscard]] std::optional<GestureCircle> MeasureGestureCircle() const;
+    // Takes over a circle's centre and span.
+    void TakeGestureCircle(const GestureCircle& circle);
+    // Measures the hands and the circle again; without fingers they stay as they are.
     void UpdateGestureCircle();
     void CheckGestureCircle();
     void CheckGestureCircle2D();
     [[nodiscard]] bool AreFingersTooClose() const;
     [[nodiscard]] bool IsPinch() const;
 
-    // View2DRecognizer.cpp: classification and dispatch for 2D views.
+    // recognition/View2DRecognizer.cpp: classification and dispatch for 2D views.
     void RecognizeGesture2D();
     bool process2DViewGesture();
 
-    // TouchGeometry.cpp
+    // recognition/TouchGeometry.cpp
     // Physical distances in inches. Mind the argument order: point by point.
     [[nodiscard]] double GetTwoFingerDistance(int id1, int id2) const;
     [[nodiscard]] double GetTwoFingerDistance(int x1, int y1, int x2, int y2) const;
@@ -238,7 +250,7 @@ private:
     // Takes the model-size scale from the model's bounds and the camera; empty bounds leave it as it is.
     void GetWorldDistance();
 
-    // Hands.cpp: fingers to hands, and what the hands ask of explore flight.
+    // recognition/Hands.cpp: fingers to hands, and what the hands ask of explore flight.
     void GroupFingers();
     void GetHandsProperties();
     [[nodiscard]] bool GetExploreEnabled() const;
@@ -252,7 +264,7 @@ private:
     // The turn of a step of that many seconds: x about the vertical, y about the horizontal.
     [[nodiscard]] dg::DVec2 GetExploreTurnDelta(double stepSeconds) const;
 
-    // ViewGeometry.cpp: the camera snapshot.
+    // navigation/ViewGeometry.cpp: the camera snapshot.
     // Takes the snapshot from the view of the frame.
     void UpdateViewParameters();
     // A pixel on the view plane, in model units; the three-dimensional form adds the plane's distance.
@@ -261,7 +273,7 @@ private:
     // The gesture circle's centre on the view plane, from whole pixels.
     [[nodiscard]] dg::DVec3 GetViewPlaneGestureCenter() const;
 
-    // Spin.cpp: one finger on a 3D view. Each processor answers whether it used the frame.
+    // navigation/Spin.cpp: one finger on a 3D view. Each processor answers whether it used the frame.
     bool ProcessSpin();
     void SingleFinger3DInitialize(int x, int y, bool started);
     bool StartSpin(int x, int y);
@@ -272,14 +284,15 @@ private:
     void ShowSpinCenterMarkup();
     void HideSpinCenterMarkup();
 
-    // PanDrag.cpp: two-finger pan, which also takes the references of zoom and twist, and the multi-select drag.
+    // navigation/PanDrag.cpp: two-finger pan, which also takes the references of zoom and twist, and the multi-select
+    // drag.
     bool ProcessPan();
     void StartPan();
     void PanPerspective();
     void PanOrthographic();
     bool ProcessDrag();
 
-    // Zoom.cpp: pinch zoom and explore flight.
+    // navigation/Zoom.cpp: pinch zoom and explore flight.
     bool ProcessZoom();
     bool StartExplore();
     bool ZoomPerspective();
@@ -292,40 +305,40 @@ private:
     [[nodiscard]] double OrthographicDragZoom(double delta) const;
     void ZoomOrthographicView(double factor);
 
-    // Twist.cpp: rotation about the view axis.
+    // navigation/Twist.cpp: rotation about the view axis.
     bool ProcessRotation();
 
-    // SceneBounds.cpp: asks the host for the model's box.
+    // navigation/SceneBounds.cpp: asks the host for the model's box.
     void RequestBounds();
 
-    // SpinAnimation.cpp: coasting. The elapsed time is in host milliseconds.
+    // navigation/SpinAnimation.cpp: coasting. The elapsed time is in host milliseconds.
     void SampleSpinVelocity(std::int64_t elapsed);
     void StartSpinAnimation();
     void ApplyGestureCamera(const dg::Location& location);
 
-    // View2DNavigation.cpp
+    // navigation/View2DNavigation.cpp
     bool Process2DPan();
     bool Pan2D(TouchState& finger);
     bool Process2DZoom();
 
-    // Taps.cpp
+    // taps/Taps.cpp
     bool ProcessTap();
     bool ProcessTwoFingerTap();
     void SendPickerPreselect(int value);
     // Whether the current view has modes to switch: all but drawings and images.
     [[nodiscard]] bool IsModeSwitchable() const;
 
-    // Holds.cpp
+    // taps/Holds.cpp
     void ProcessPressAndHold();
     void ProcessThreeFingerHold();
 
-    // MouseMessages.cpp
+    // shell/MouseMessages.cpp
     [[nodiscard]] bool IsRecognized(GestureType gesture) const;
     [[nodiscard]] bool IsOtherGesture() const;
     [[nodiscard]] bool IsNavigating() const;
     bool ReleaseStatusBar();
 
-    // SpinCenterMarkup.cpp: creates the markup for the current view's spin centre; nothing on other views.
+    // markup/SpinCenterMarkup.cpp: creates the markup for the current view's spin centre; nothing on other views.
     void AddSpinCenterMarkup();
 
     // State record ====================================================================================================
@@ -337,9 +350,8 @@ private:
     du::SmartPtr<hxk::View2D> m_view2D;                 // of the latest frame on a 2D view; replaced, never cleared
     RequestInFlight m_boundsEvent;                      // the request in flight, which holds this workflow in turn
 
-    // The view of the frame that is being processed; one of them at most.
-    FrameView<hxk::ShapeView> m_frameShapeView;
-    FrameView<hxk::View2D> m_frameView2D;
+    // The frame that is being processed. Processors, recognisers and the camera snapshot need one.
+    FrameContext m_frame;
 
     // Model size and camera snapshot. World and view-plane lengths are model units.
     dg::DBox m_modelBounds;                // world; as last received
@@ -362,11 +374,12 @@ private:
     double m_zoomStep = 0;                 // world step of the current zoom law
     bool m_spinCenterMarkupShown = false;  // the markup is in the view; from the first spin step to the lift
 
-    // Finger lists and hands. Lists are rebuilt when the finger count changes and emptied by the reset.
+    // Finger lists and hands. Lists are rebuilt when the finger count changes and emptied by the reset. What is in them
+    // is as old as that: where a finger is now its slot knows (GetFingerPosition).
     std::list<TouchState> m_fingerList;                  // fingers down or moving, left to right
     std::list<TouchState> m_leftHandList;                // empty when there is one hand
     std::list<TouchState> m_rightHandList;               // all fingers when there is one hand
-    std::list<TouchState> m_spareFingers;                // unused elements of the lists, so that no touch allocates
+    FingerPool m_fingerPool;                             // elements that the lists do not use
     dg::DPoint2D m_leftHandCenter = dg::DPoint2D::BAD;   // pixels; centre of the hand's box
     dg::DPoint2D m_rightHandCenter = dg::DPoint2D::BAD;  //
     double m_leftHandSize = 0;                           // pixels; diagonal of the hand's box
@@ -384,7 +397,6 @@ private:
     std::int32_t m_secondFingerId = FreeSlotId;  // rightmost finger
     std::int32_t m_touchTime = 0;                // touch ms; of the first record of the latest frame
     bool m_fingerCountChanged = false;           // the gesture (re)started on this frame
-    bool m_fingerLifted = false;                 // a finger went up on this frame, which moves nothing
 
     // Spin.
     Trackball m_spinTrackball;             // drives the spin

@@ -30,8 +30,9 @@ bool HasFingerDown(const workflow::TouchFrame& frame) {
 
 // Whether fingers stay on the screen after a frame.
 bool HasFingerLeft(const workflow::TouchFrame& frame) {
-    return std::any_of(frame.records.begin(), frame.records.end(),
-                       [](const workflow::TouchRecord& record) { return record.id >= 0 && !HasFlag(record, workflow::TouchUp); });
+    return std::any_of(frame.records.begin(), frame.records.end(), [](const workflow::TouchRecord& record) {
+        return record.id >= 0 && !HasFlag(record, workflow::TouchUp);
+    });
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/workflow/SimpleWorkflow.h"
+#include "host/workflow/TouchFrame.h"
 #include "touch/Factory.h"
 #include "viewer/CallRecorder.h"
 #include "viewer/Model.h"

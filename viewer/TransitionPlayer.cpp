@@ -3,7 +3,7 @@
 #include "host/dg/Conversion.h"
 #include "host/dg/Functions.h"
 #include "host/dg/Matrix.h"
-#include "touch/CameraSpinTransition.h"
+#include "touch/navigation/CameraSpinTransition.h"
 
 namespace viewer {
 namespace {

@@ -69,7 +69,8 @@ public:
 bool SendFinger(workflow::SimpleWorkflow& component, int x, int y, int time, int flags) {
     workflow::TouchFrame frame;
     frame.count = 1;
-    frame.records[0] = {.id = 7, .x = x, .y = y, .time = time, .flags = flags};  // the id stays while the finger is down
+    frame.records[0] = {
+        .id = 7, .x = x, .y = y, .time = time, .flags = flags};  // the id stays while the finger is down
     return component.HandleMsg(workflow::TouchMsg(workflow::ConstStrings::MsgTouch, frame));
 }
 // [frame]

@@ -19,11 +19,12 @@ TEST(PressAndHold, ClicksOnTheTickThatFindsTheStillFingerWithinItsInterval) {
         bool clicks;
     };
     constexpr int Moves = workflow::TouchMove;
-    const Row rows[] = {{"one short", 1000, 402, 301, Moves, false}, {"first", 1001, 402, 301, Moves, true},
-                        {"last", 1099, 402, 301, Moves, true},       {"over", 1100, 402, 301, Moves, false},
-                        {"moved 30", 1050, 430, 270, Moves, true},   {"moved 31", 1050, 400, 331, Moves, false},
-                        {"no place", 1050, 0, 0, Moves, true},       {"lifted", 1050, 402, 301, workflow::TouchUp, false},
-                        {"no event", 1050, 402, 301, 0, false}};
+    const Row rows[] = {
+        {"one short", 1000, 402, 301, Moves, false}, {"first", 1001, 402, 301, Moves, true},
+        {"last", 1099, 402, 301, Moves, true},       {"over", 1100, 402, 301, Moves, false},
+        {"moved 30", 1050, 430, 270, Moves, true},   {"moved 31", 1050, 400, 331, Moves, false},
+        {"no place", 1050, 0, 0, Moves, true},       {"lifted", 1050, 402, 301, workflow::TouchUp, false},
+        {"no event", 1050, 402, 301, 0, false}};
     for (const char* kind : {"shapeview", "drawingview"}) {
         for (const Row& row : rows) {
             SCOPED_TRACE(std::string(row.name) + ", " + kind);

@@ -1,7 +1,7 @@
 // The request for the model's box, and every way in which it can end.
 #include "host/workflow/ConstStrings.h"
 #include "tests/support/FingerScript.h"
-#include "touch/TouchGetBoundsEvent.h"
+#include "touch/navigation/TouchGetBoundsEvent.h"
 
 #include <gtest/gtest.h>
 
@@ -92,8 +92,9 @@ TEST(SceneBounds, ACopyThatAsksAnewEndsTheWaitingOfBoth) {
     const du::SmartPtr<touch::TouchWorkflow> copy(new touch::TouchWorkflow(s.Component()));
     const touch::TouchGetBoundsEvent* shared = s.Inspect().GetBoundsEvent();
     ASSERT_NE(shared, nullptr);
-    const workflow::TouchFrame pinched{2, {{{1, 300, 300, s.TouchTime() + 10, workflow::TouchMove},
-                                            {2, 700, 300, s.TouchTime() + 10, workflow::TouchMove}}}};
+    const workflow::TouchFrame pinched{2,
+                                       {{{1, 300, 300, s.TouchTime() + 10, workflow::TouchMove},
+                                         {2, 700, 300, s.TouchTime() + 10, workflow::TouchMove}}}};
     copy->HandleMsg(workflow::TouchMsg(workflow::ConstStrings::MsgTouch, pinched));
     EXPECT_NE(touch::WorkflowInspector(*copy).GetBoundsEvent(), nullptr);
     EXPECT_NE(touch::WorkflowInspector(*copy).GetBoundsEvent(), shared);

@@ -1,5 +1,5 @@
 // The axis cross: what it is made of, and when it is shown.
-#include "touch/SpinCenterMarkup.h"
+#include "touch/markup/SpinCenterMarkup.h"
 
 #include "host/hxmu/MarkupData.h"
 #include "host/hxmu/Model.h"

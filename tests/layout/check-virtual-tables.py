@@ -25,10 +25,10 @@ import tempfile
 
 CLASSES = {
     "touch::TouchWorkflow": "touch/TouchWorkflow.cpp",
-    "touch::TouchGetBoundsEvent": "touch/TouchGetBoundsEvent.cpp",
-    "touch::SpinCenterMarkup": "touch/SpinCenterMarkup.cpp",
-    "touch::SpinCenterAxis": "touch/SpinCenterAxis.cpp",
-    "animation::CameraSpinTransition": "touch/CameraSpinTransition.cpp",
+    "touch::TouchGetBoundsEvent": "touch/navigation/TouchGetBoundsEvent.cpp",
+    "touch::SpinCenterMarkup": "touch/markup/SpinCenterMarkup.cpp",
+    "touch::SpinCenterAxis": "touch/markup/SpinCenterAxis.cpp",
+    "animation::CameraSpinTransition": "touch/navigation/CameraSpinTransition.cpp",
 }
 LISTS = pathlib.Path(__file__).parent
 

@@ -3,8 +3,8 @@
 #include "host/dg/Location.h"
 #include "host/dg/Matrix.h"
 #include "tests/property/ReferenceMath.h"
-#include "touch/QuaternionMath.h"
-#include "touch/Trackball.h"
+#include "touch/navigation/QuaternionMath.h"
+#include "touch/navigation/Trackball.h"
 
 #include <gtest/gtest.h>
 

@@ -16,8 +16,8 @@
 #include "host/hxk/View.h"
 #include "host/platform/Environment.h"
 #include "host/workflow/WorkflowManagerCore.h"
-#include "touch/CameraSpinTransition.h"
 #include "touch/TouchWorkflow.h"
+#include "touch/navigation/CameraSpinTransition.h"
 
 #include <array>
 #include <cstddef>

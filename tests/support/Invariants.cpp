@@ -1,8 +1,8 @@
 #include "tests/support/Invariants.h"
 
 #include "touch/Inspection.h"
-#include "touch/SpinCenterMarkup.h"
-#include "touch/TouchGetBoundsEvent.h"
+#include "touch/markup/SpinCenterMarkup.h"
+#include "touch/navigation/TouchGetBoundsEvent.h"
 
 #include <algorithm>
 #include <array>

@@ -3,6 +3,7 @@
 
 #include "host/dg/Location.h"
 #include "host/hxk/View.h"
+#include "host/workflow/TouchFrame.h"
 #include "touch/TouchWorkflow.h"
 #include "viewer/ViewSpec.h"
 

@@ -44,7 +44,7 @@ std::vector<std::string> Frames(const Session& session) {
                 const char* flag = record.flags == workflow::TouchDown   ? "D"
                                    : record.flags == workflow::TouchMove ? "M"
                                    : record.flags == workflow::TouchUp   ? "U"
-                                                                       : "?";
+                                                                         : "?";
                 text += " " + std::to_string(record.id) + flag;
                 EXPECT_EQ(record.time, touch->frame.records[0].time);
             }

@@ -1,5 +1,5 @@
 // The rotation helpers, at the values where they switch rules. Expected numbers are written from half angles.
-#include "touch/QuaternionMath.h"
+#include "touch/navigation/QuaternionMath.h"
 #include "host/dg/Traits.h"
 #include "tests/unit/Values.h"
 

@@ -1,5 +1,5 @@
 // The trackball: projections and steps. Positions are pixels in a ball of radius 100 about (400, 300).
-#include "touch/Trackball.h"
+#include "touch/navigation/Trackball.h"
 #include "tests/unit/Values.h"
 
 #include <gtest/gtest.h>
