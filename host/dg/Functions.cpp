@@ -30,31 +30,6 @@ constexpr Extended Subtract(const Extended& a, const Extended& b) noexcept {
     return {high, ((a.high - high) - b.high) + (a.low - b.low)};
 }
 
-// The half of a number's digits that stand first; what is left has no more than the other half.
-double LeadingHalf(double value) noexcept {
-    constexpr double Splitter = 0x1p27 + 1;
-    const double scaled = value * Splitter;
-    return scaled - (scaled - value);
-}
-
-// a b less their rounded product, exactly, for numbers far from the limits of a double.
-double ProductRest(double a, double b, double product) noexcept {
-    const double a1 = LeadingHalf(a);
-    const double a2 = a - a1;
-    const double b1 = LeadingHalf(b);
-    const double b2 = b - b1;
-    return ((a1 * b1 - product) + a1 * b2 + a2 * b1) + a2 * b2;
-}
-
-// The true quotient less the rounded one; 0 where the digits could leave the range of a double.
-double QuotientRest(double dividend, double divisor, double quotient) noexcept {
-    if (dividend < 0x1p-500 || divisor > 0x1p+500) {
-        return 0;
-    }
-    const double product = quotient * divisor;
-    return ((dividend - product) - ProductRest(quotient, divisor, product)) / divisor;
-}
-
 // coefficients[0] + coefficients[1] x + ...
 template <std::size_t N>
 constexpr double Polynomial(const std::array<double, N>& coefficients, double x) noexcept {
@@ -155,10 +130,10 @@ Extended AtanOfRatio(double smaller, double larger) noexcept {
     const auto nearest = static_cast<std::size_t>(std::floor(ratio * AtanStep + 0.5));
     if (nearest == 0) {
         const double square = ratio * ratio;
-        return {ratio, ratio * square * Polynomial(AtanSeries, square) + QuotientRest(smaller, larger, ratio)};
+        return {ratio, ratio * square * Polynomial(AtanSeries, square)};
     }
     const double start = static_cast<double>(nearest) / AtanStep;
-    const double u = ((ratio - start) + QuotientRest(smaller, larger, ratio)) / (1 + ratio * start);
+    const double u = (ratio - start) / (1 + ratio * start);
     const double square = u * u;
     const Extended& known = AtanTable[nearest];
     const double high = known.high + u;
@@ -241,9 +216,8 @@ double Exp2(double exponent) noexcept {
     const double whole = std::floor(exponent + 0.5);
     const double fraction = exponent - whole;
     const double y = fraction * Ln2.high;
-    const double low = ProductRest(fraction, Ln2.high, y) + fraction * Ln2.low;
     const double sum = 1 + y;
-    const double rest = ((1 - sum) + y) + (y * y * Polynomial(ExponentialSeries, y) + low * sum);
+    const double rest = ((1 - sum) + y) + (y * y * Polynomial(ExponentialSeries, y) + fraction * Ln2.low * sum);
     return std::ldexp(sum + rest, static_cast<int>(whole));
 }
 

@@ -103,17 +103,31 @@ inline void TouchWorkflow::SaveFingersStatus(int count, int id0, int x0, int y0,
     m_touchActive = true;
     // An empty first record is skipped, any other ends the frame.
     SaveFinger(id0, x0, y0, time0, flags0);
-    bool more = SaveFinger(id1, x1, y1, time1, flags1);
-    more = more && SaveFinger(id2, x2, y2, time2, flags2);
-    more = more && SaveFinger(id3, x3, y3, time3, flags3);
-    more = more && SaveFinger(id4, x4, y4, time4, flags4);
-    more = more && SaveFinger(id5, x5, y5, time5, flags5);
-    more = more && SaveFinger(id6, x6, y6, time6, flags6);
-    more = more && SaveFinger(id7, x7, y7, time7, flags7);
-    more = more && SaveFinger(id8, x8, y8, time8, flags8);
-    if (more) {
-        SaveFinger(id9, x9, y9, time9, flags9);
+    if (!SaveFinger(id1, x1, y1, time1, flags1)) {
+        return;
     }
+    if (!SaveFinger(id2, x2, y2, time2, flags2)) {
+        return;
+    }
+    if (!SaveFinger(id3, x3, y3, time3, flags3)) {
+        return;
+    }
+    if (!SaveFinger(id4, x4, y4, time4, flags4)) {
+        return;
+    }
+    if (!SaveFinger(id5, x5, y5, time5, flags5)) {
+        return;
+    }
+    if (!SaveFinger(id6, x6, y6, time6, flags6)) {
+        return;
+    }
+    if (!SaveFinger(id7, x7, y7, time7, flags7)) {
+        return;
+    }
+    if (!SaveFinger(id8, x8, y8, time8, flags8)) {
+        return;
+    }
+    SaveFinger(id9, x9, y9, time9, flags9);
 }
 
 bool TouchWorkflow::SaveFinger(int id, int x, int y, int time, int flags) {
