@@ -2,8 +2,8 @@
 // must not grow with the number of frames, and the axes of the camera, which is one for the whole run, must stay
 // orthonormal. `scripts/soak` builds and runs it; docs/TESTING.md has its figures.
 #include "bench/SoakTouches.h"
-#include "replay/Player.h"
-#include "replay/ProgressBar.h"
+#include "replay/play/Player.h"
+#include "replay/program/ProgressBar.h"
 #include "touch/Inspection.h"
 #include "touch/TouchWorkflow.h"
 #include "viewer/ReferenceViewer.h"

@@ -1,6 +1,6 @@
 #include "bench/SoakTouches.h"
 
-#include "replay/MouseEcho.h"
+#include "replay/recording/MouseEcho.h"
 
 #include <algorithm>
 #include <array>

@@ -1,7 +1,7 @@
 // Touches for the soak: what a host sends while fingers land, move as hands do, and lift.
 #pragma once
 
-#include "replay/Session.h"
+#include "replay/session/Session.h"
 
 #include <cstdint>
 #include <random>

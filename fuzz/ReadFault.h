@@ -2,7 +2,7 @@
 #pragma once
 
 #include "fuzz/Require.h"
-#include "replay/ReadError.h"
+#include "replay/files/ReadError.h"
 
 #include <algorithm>
 #include <cstddef>

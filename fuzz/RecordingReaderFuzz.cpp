@@ -3,10 +3,10 @@
 // What it refuses, it must refuse with its own error.
 #include "fuzz/ReadFault.h"
 #include "fuzz/Require.h"
-#include "replay/RecordingReader.h"
-#include "replay/RecordingSession.h"
-#include "replay/SessionReader.h"
-#include "replay/SessionWriter.h"
+#include "replay/recording/RecordingReader.h"
+#include "replay/recording/RecordingSession.h"
+#include "replay/session/SessionReader.h"
+#include "replay/session/SessionWriter.h"
 
 #include <algorithm>
 #include <cstddef>

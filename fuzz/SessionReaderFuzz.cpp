@@ -2,9 +2,9 @@
 // refuse with its own error.
 #include "fuzz/ReadFault.h"
 #include "fuzz/Require.h"
-#include "replay/ReadError.h"
-#include "replay/SessionReader.h"
-#include "replay/SessionWriter.h"
+#include "replay/files/ReadError.h"
+#include "replay/session/SessionReader.h"
+#include "replay/session/SessionWriter.h"
 
 #include <cstddef>
 #include <cstdint>

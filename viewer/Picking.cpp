@@ -46,9 +46,9 @@ std::optional<double> CrossTriangle(const Ray& ray, const dg::DPoint3D& a, const
 }
 
 // The smallest crossing of a part; for a half line only those at or behind its origin count.
-std::optional<double> CrossPart(const Ray& ray, bool halfLine, const Part& part) {
+std::optional<double> CrossPart(const Ray& ray, bool halfLine, const scene::Part& part) {
     std::optional<double> nearest;
-    for (const Triangle& triangle : part.triangles) {
+    for (const scene::Triangle& triangle : part.triangles) {
         const std::optional<double> at =
             CrossTriangle(ray, part.vertices[triangle[0]], part.vertices[triangle[1]], part.vertices[triangle[2]]);
         if (at && (!halfLine || *at >= 0) && (!nearest || *at < *nearest)) {
@@ -95,7 +95,7 @@ std::optional<dg::DPoint2D> ProjectPoint(const dg::Camera3D& camera, const dg::D
                         (eye.y - p.bottom) / height * camera.GetViewportHeight());
 }
 
-std::optional<std::size_t> PickPart(const dg::Camera3D& camera, const Model& model, double x, double y) {
+std::optional<std::size_t> PickPart(const dg::Camera3D& camera, const scene::Model& model, double x, double y) {
     const std::optional<Ray> ray = MakeRay(camera, x, y);
     if (!ray) {
         return std::nullopt;
@@ -113,7 +113,8 @@ std::optional<std::size_t> PickPart(const dg::Camera3D& camera, const Model& mod
     return picked;
 }
 
-std::vector<std::size_t> FindPartsInside(const dg::Camera3D& camera, const Model& model, const RubberBand& band) {
+std::vector<std::size_t> FindPartsInside(const dg::Camera3D& camera, const scene::Model& model,
+                                         const RubberBand& band) {
     const auto [lowX, highX] = std::minmax(band.x0, band.x1);
     const auto [lowY, highY] = std::minmax(band.y0, band.y1);
     const auto isInside = [&, lowX = lowX, highX = highX, lowY = lowY, highY = highY](const dg::DPoint3D& vertex) {

@@ -4,7 +4,7 @@
 
 #include "host/dg/Camera3D.h"
 #include "host/dg/Point.h"
-#include "viewer/Model.h"
+#include "scene/Model.h"
 #include "viewer/ViewSnapshot.h"
 
 #include <cstddef>
@@ -30,11 +30,12 @@ struct Ray {
 // The index of the part that is nearest to the viewer at a pixel; triangles are seen from both sides. A perspective
 // camera sees what is in front of it. An orthographic one has no place in depth: it sees everything, along the whole
 // line.
-[[nodiscard]] std::optional<std::size_t> PickPart(const dg::Camera3D& camera, const Model& model, double x, double y);
+[[nodiscard]] std::optional<std::size_t> PickPart(const dg::Camera3D& camera, const scene::Model& model, double x,
+                                                  double y);
 
 // The parts all of whose vertices are seen inside a rectangle or on its edge, in the order of the model. A part without
 // vertices is never inside.
-[[nodiscard]] std::vector<std::size_t> FindPartsInside(const dg::Camera3D& camera, const Model& model,
+[[nodiscard]] std::vector<std::size_t> FindPartsInside(const dg::Camera3D& camera, const scene::Model& model,
                                                        const RubberBand& band);
 
 }  // namespace viewer

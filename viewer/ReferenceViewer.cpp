@@ -227,12 +227,12 @@ std::optional<HXDllTouchState> ReferenceViewer::GetComponentState() const {
     return m_impl->library->GetState(*m_impl->component);
 }
 
-void ReferenceViewer::SetModel(std::shared_ptr<const Model> model) {
+void ReferenceViewer::SetModel(std::shared_ptr<const scene::Model> model) {
     m_impl->ForgetPicks();
     m_impl->scene.model = std::move(model);
 }
 
-const std::shared_ptr<const Model>& ReferenceViewer::GetModel() const noexcept {
+const std::shared_ptr<const scene::Model>& ReferenceViewer::GetModel() const noexcept {
     return m_impl->scene.model;
 }
 

@@ -3,9 +3,9 @@
 
 #include "host/workflow/SimpleWorkflow.h"
 #include "host/workflow/TouchFrame.h"
+#include "scene/Model.h"
 #include "touch/Factory.h"
 #include "viewer/CallRecorder.h"
-#include "viewer/Model.h"
 #include "viewer/ViewSnapshot.h"
 #include "viewer/ViewSpec.h"
 
@@ -49,8 +49,8 @@ public:
     [[nodiscard]] std::optional<HXDllTouchState> GetComponentState() const;
 
     // What shape views show and pick from; null (the default) shows nothing.
-    void SetModel(std::shared_ptr<const Model> model);
-    [[nodiscard]] const std::shared_ptr<const Model>& GetModel() const noexcept;
+    void SetModel(std::shared_ptr<const scene::Model> model);
+    [[nodiscard]] const std::shared_ptr<const scene::Model>& GetModel() const noexcept;
 
     // Opens a view and attaches the component to it; without a value detaches it from any view. Ends a playing
     // transition and clears what was selected. Throws std::invalid_argument, and changes nothing, for an unknown kind.

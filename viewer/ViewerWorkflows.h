@@ -4,7 +4,7 @@
 #include "host/dg/Camera3D.h"
 #include "host/dg/Point.h"
 #include "host/workflow/SimpleWorkflow.h"
-#include "viewer/Model.h"
+#include "scene/Model.h"
 #include "viewer/ViewSnapshot.h"
 
 #include <cstddef>
@@ -17,9 +17,9 @@ namespace viewer {
 
 // What the workflows pick from, and what is picked. The viewer keeps it up to date.
 struct PickScene {
-    const dg::Camera3D* camera = nullptr;  // of the attached shape view; null when there is none
-    std::shared_ptr<const Model> model;    // null for nothing
-    std::vector<std::size_t> selected;     // indices of the model's parts, in the order of selection
+    const dg::Camera3D* camera = nullptr;       // of the attached shape view; null when there is none
+    std::shared_ptr<const scene::Model> model;  // null for nothing
+    std::vector<std::size_t> selected;          // indices of the model's parts, in the order of selection
 
     // The part under a pixel.
     [[nodiscard]] std::optional<std::size_t> Pick(int x, int y) const;

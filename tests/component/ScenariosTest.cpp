@@ -1,8 +1,8 @@
 // Whole stories, as a person at the screen would tell them: the component from its plug-in, the viewer with its picker
 // and selector around it, and a model to touch.
+#include "scene/MachinePart.h"
 #include "tests/support/FingerScript.h"
 #include "tests/support/Matchers.h"
-#include "viewer/MachinePart.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -16,7 +16,7 @@ using ::testing::Not;
 // The machine part seen from above: the arrow lies in the middle of its cover, and the corners of the view are empty.
 class Scenarios : public testing::Test {
 protected:
-    void SetUp() override { s.Viewer().SetModel(viewer::MakeMachinePart()); }
+    void SetUp() override { s.Viewer().SetModel(scene::MakeMachinePart()); }
 
     void Tap(int x, int y) { s.Down(1, x, y).Tick(80).Up(1); }
     void Spin() {

@@ -19,7 +19,7 @@ SOUND = {
     "touch/CMakeLists.txt": "add_library(touch moves/Pan.cpp TouchWorkflow.h)\n",
     "viewer/Load.h": '#include "host/dg/Vec.h"\n',
     "viewer/CMakeLists.txt": "\n",
-    "replay/main.cpp": '#include "viewer/Load.h"\n#include <cairo/cairo.h>\n',
+    "replay/program/main.cpp": '#include "viewer/Load.h"\n#include <cairo/cairo.h>\n',
     "replay/play/Long.h": '#include "replay/session/Session.h"\n' + "//\n" * 499,
     "replay/session/Session.h": "",
     "replay/CMakeLists.txt": "main.cpp\n",

@@ -1,7 +1,0 @@
-// touch-replay: replays recorded touch and tells what it did to the view.
-
-#include "replay/Program.h"
-
-int main(int argc, char** argv) {
-    return replay::RunProgram(argc, argv, {TOUCHNAV_VERSION, TOUCHNAV_PLUGIN_BESIDE});
-}
