@@ -1,5 +1,6 @@
 #include "replay/files/CleanText.h"
 
+#include <array>
 #include <cstddef>
 #include <string_view>
 

@@ -7,14 +7,25 @@
 #include "touch/tracking/FingerMotion.h"
 
 namespace touch {
+namespace {
 
-int TouchWorkflow::GetMatchedSlotNumber(int id) const {
-    for (std::size_t i = 0; i < m_touchStates.size(); ++i) {
-        if (m_touchStates[i].id == id || m_touchStates[i].id == FreeSlotId) {
-            return static_cast<int>(i);
+// By address and not by number: every frame asks several times, and the way back from a number costs as much as the
+// search.
+template <class Slots>
+auto MatchIn(Slots& slots, int id) -> decltype(slots.data()) {
+    for (auto& slot : slots) {
+        if (slot.id == id || slot.id == FreeSlotId) {
+            return &slot;
         }
     }
-    return -1;
+    return nullptr;
+}
+
+}  // namespace
+
+int TouchWorkflow::GetMatchedSlotNumber(int id) const {
+    const TouchState* slot = MatchSlot(id);
+    return slot == nullptr ? -1 : static_cast<int>(slot - m_touchStates.data());
 }
 
 int TouchWorkflow::GetMatchedId(int slot) const {
@@ -23,13 +34,11 @@ int TouchWorkflow::GetMatchedId(int slot) const {
 }
 
 TouchState* TouchWorkflow::MatchSlot(int id) {
-    const int slot = GetMatchedSlotNumber(id);
-    return slot < 0 ? nullptr : &m_touchStates[static_cast<std::size_t>(slot)];
+    return MatchIn(m_touchStates, id);
 }
 
 const TouchState* TouchWorkflow::MatchSlot(int id) const {
-    const int slot = GetMatchedSlotNumber(id);
-    return slot < 0 ? nullptr : &m_touchStates[static_cast<std::size_t>(slot)];
+    return MatchIn(m_touchStates, id);
 }
 
 bool TouchWorkflow::GetFingerIsMoving(int id, int x, int y, bool byIndex) {
