@@ -4,6 +4,7 @@
 #include "host/hxk/View.h"
 
 #include <cassert>
+#include <utility>
 
 namespace touch {
 
@@ -12,10 +13,9 @@ namespace touch {
 // began. It is no part of a workflow's value: a copy is not in the middle of a frame. Not owning: who begins a frame
 // holds its view.
 class FrameContext {
-    struct Frame {
-        hxk::ShapeView* shapeView = nullptr;
+    struct Views {
+        hxk::ShapeView* shape = nullptr;
         hxk::View2D* page = nullptr;
-        bool hasLift = false;
     };
 
 public:
@@ -25,38 +25,37 @@ public:
     ~FrameContext() = default;
 
     // Whether a frame for a 3D view is being processed.
-    [[nodiscard]] bool HasShapeView() const noexcept { return m_frame.shapeView != nullptr; }
+    [[nodiscard]] bool HasShapeView() const noexcept { return m_views.shape != nullptr; }
     // The frame's view. Only inside a frame for a 3D view, or for a 2D view.
     [[nodiscard]] hxk::ShapeView& GetShapeView() const noexcept {
-        assert(m_frame.shapeView != nullptr);
-        return *m_frame.shapeView;
+        assert(m_views.shape != nullptr);
+        return *m_views.shape;
     }
     [[nodiscard]] hxk::View2D& GetPage() const noexcept {
-        assert(m_frame.page != nullptr);
-        return *m_frame.page;
+        assert(m_views.page != nullptr);
+        return *m_views.page;
     }
-    // Whether a finger went up on this frame, which then moves nothing.
-    [[nodiscard]] bool HasLift() const noexcept { return m_frame.hasLift; }
-    void SetLift(bool hasLift) noexcept { m_frame.hasLift = hasLift; }
+    // Whether a finger went up on this frame, which then moves nothing. Said anew before the processors run.
+    [[nodiscard]] bool HasLift() const noexcept { return m_hasLift; }
+    void SetLift(bool hasLift) noexcept { m_hasLift = hasLift; }
 
     // One frame, for one view at most. Frames nest when the host delivers one in the middle of another.
     class Scope {
     public:
         Scope(FrameContext& context, hxk::ShapeView* shapeView, hxk::View2D* page) noexcept
-            : m_context(context), m_outer(context.m_frame) {
-            context.m_frame = {shapeView, page, false};
-        }
-        ~Scope() { m_context.m_frame = m_outer; }
+            : m_context(context), m_outer(std::exchange(context.m_views, {shapeView, page})) {}
+        ~Scope() { m_context.m_views = m_outer; }
         Scope(const Scope&) = delete;
         Scope& operator=(const Scope&) = delete;
 
     private:
         FrameContext& m_context;
-        Frame m_outer;
+        Views m_outer;
     };
 
 private:
-    Frame m_frame;
+    Views m_views;
+    bool m_hasLift = false;
 };
 
 }  // namespace touch
