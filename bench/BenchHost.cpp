@@ -1,3 +1,5 @@
+// Setters count and store at once, boxes are answered while they are asked for: the host adds next to nothing to what
+// is measured. The component is the loaded plug-in, so that calls cross the border between libraries as in a viewer.
 #include "bench/BenchHost.h"
 
 #include "bench/Floor.h"

@@ -1,3 +1,4 @@
+// As plain as it can be: whatever is added here makes the component look better than it is.
 #include "bench/Floor.h"
 
 namespace bench {

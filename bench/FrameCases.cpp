@@ -1,3 +1,5 @@
+// Fingers go to and fro, so that a case can run without end and each frame differs from the one before. Set-up takes a
+// gesture past all its beginnings, so that steady frames are measured.
 #include "bench/FrameCases.h"
 
 #include "host/workflow/ConstStrings.h"
@@ -120,8 +122,8 @@ void Start(BenchHost& host) {
     }
 }
 
-// A three-finger hold would switch the mode, but takes ticks; a drag case needs multi-select mode only once, so the
-// hold is told by its time stamps.
+// Drags need multi-select mode, and a three-finger hold switches to it. Its length comes from the time stamps of two
+// frames, so that the set-up does not have to tick for three seconds.
 void SetUpDrag(BenchHost& host) {
     OpenOrthographic(host);
     Frame hold{};

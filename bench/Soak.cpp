@@ -263,7 +263,7 @@ private:
         }
     }
 
-    // Only frames that have moved something are told apart by what they did.
+    // Frames are counted by what they did only if they have moved something.
     void CountFrame(const touch::WorkflowInspector& inspector) {
         std::map<std::string, std::int64_t>& counts = m_check.counts;
         const auto& calls = m_viewer->GetRecorder().GetCalls();

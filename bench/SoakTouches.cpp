@@ -1,3 +1,5 @@
+// Kinds of touch are drawn like cards, so that rare ones come as often as they should in every stretch. Only raw random
+// numbers are used, because the standard distributions differ between libraries.
 #include "bench/SoakTouches.h"
 
 #include "replay/recording/MouseEcho.h"

@@ -1,5 +1,5 @@
 // The component through its whole message surface, in a host that misbehaves: the input's bytes are the choices of a
-// hostile session. With TOUCHNAV_FUZZ_LOG set every event is written out as it begins, which tells how a crash came.
+// hostile session. With TOUCHNAV_FUZZ_LOG set every event is written out as it begins, which shows what led to a crash.
 #include "fuzz/HostileSession.h"
 #include "fuzz/Require.h"
 

@@ -1,3 +1,5 @@
+// Most steps are gestures of plausible hands, because wild frames alone seldom get past the recogniser. The rest is
+// everything else that a host can do, in any order and from within any call.
 #include "fuzz/HostileSession.h"
 
 #include "host/workflow/ConstStrings.h"

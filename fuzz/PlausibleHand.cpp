@@ -1,3 +1,5 @@
+// Fingers land as one hand or two, move by one motion and stay on the screen. Ids go round, so that one comes again
+// while later ones are still down.
 #include "fuzz/PlausibleHand.h"
 
 #include "touch/Thresholds.h"

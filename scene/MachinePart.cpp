@@ -1,3 +1,5 @@
+// The bearing block, part by part, out of extrusions and revolutions. A cut corner, an opening on one side and the
+// arrow make every direction look different, so that a picture shows how the model was turned.
 #include "scene/MachinePart.h"
 
 #include "host/dg/Functions.h"

@@ -1,3 +1,5 @@
+// Sorts the sides of all triangles, which brings the two sides of an edge together. Corners that meet over edges that
+// are not sharp share one normal, weighted by the areas of their triangles.
 #include "scene/MeshEdges.h"
 
 #include <algorithm>

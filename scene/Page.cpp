@@ -1,3 +1,5 @@
+// Three pages: a drawing and an illustration, projected from the model of the 3D view, and a landscape for images. No
+// page is symmetric, so that a picture shows which part of it is seen.
 #include "scene/Page.h"
 
 #include "host/dg/Location.h"

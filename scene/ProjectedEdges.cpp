@@ -1,3 +1,5 @@
+// Cuts each line into short pieces and asks for the middle of each whether a triangle covers it. A triangle has to be
+// nearer by a small tolerance, so that an edge is not hidden by the surfaces that it bounds.
 #include "scene/ProjectedEdges.h"
 
 #include "scene/MeshEdges.h"

@@ -1,3 +1,5 @@
+// Triangles run counter-clockwise seen from outside: an extrusion puts its loops the right way round first. A
+// revolution has one vertex for a point on its axis, so that no triangle is without area.
 #include "scene/Solids.h"
 
 #include "host/dg/Functions.h"

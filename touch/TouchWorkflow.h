@@ -96,7 +96,7 @@ public:
                     int time7, int flags7, int id8, int x8, int y8, int time8, int flags8, int id9, int x9, int y9,
                     int time9, int flags9) override;
 
-    // Whether mouse and key input is to be traced: never. (TouchWorkflow.cpp)
+    // Whether to trace mouse and key input: never. (TouchWorkflow.cpp)
     virtual bool TraceMouseAndKeys() const;
     // s_class. (TouchWorkflow.cpp)
     virtual du::Symbol GetObjectClass() const;

@@ -1,3 +1,5 @@
+// An answer may withdraw requests, make new ones or attach another view. So a request leaves the list before it is
+// answered, and what an answer asks for waits for the next tick.
 #include "viewer/BoundsService.h"
 
 #include <algorithm>

@@ -18,7 +18,7 @@ namespace viewer {
 // cancelled; a cancelled one is never answered.
 //
 // A request and the workflow that waits for it hold each other until the answer comes. A host that just dropped a
-// waiting request would leave both behind for ever, so a service that is emptied answers everything as failed.
+// waiting request would leak both, so a service that is emptied answers everything as failed.
 class BoundsService final : private hxk::AsyncEventListener {
 public:
     BoundsService(CallRecorder& recorder, BoundsAnswer answer) noexcept : m_recorder(recorder), m_answer(answer) {}

@@ -1,3 +1,5 @@
+// Reads lines and the balls at their ends, which is what the spin-centre cross is made of, and passes over anything
+// else. Hidden markups and lines give nothing.
 #include "viewer/MarkupLines.h"
 
 #include "host/hxmu/MarkupData.h"

@@ -1,3 +1,6 @@
+// Asks workflows by rank, those of equal rank in the order in which they came, until one consumes the message.
+// Deliveries nest: each has a cursor, and the cursors follow when a workflow comes or goes, so that none is asked twice
+// or left out.
 #include "viewer/MessageDispatch.h"
 
 #include "host/workflow/ConstStrings.h"

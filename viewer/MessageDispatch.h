@@ -32,7 +32,7 @@ public:
     MessageDispatch(const MessageDispatch&) = delete;
     MessageDispatch& operator=(const MessageDispatch&) = delete;
 
-    // Installs a workflow behind all of the same or a higher priority, holds it and tells it its manager.
+    // Installs a workflow behind all of the same or a higher priority, holds it and becomes its manager.
     void Add(const du::SmartPtr<workflow::SimpleWorkflow>& workflow);
     // Takes a workflow out and lets it go; nothing happens when it is not installed.
     void Remove(const workflow::SimpleWorkflow& workflow);

@@ -1,3 +1,5 @@
+// Tests every triangle, from both sides. In a perspective view only what is in front of the eye can be picked; in an
+// orthographic one the camera's plane hides nothing.
 #include "viewer/Picking.h"
 
 #include "host/dg/Location.h"

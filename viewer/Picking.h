@@ -13,7 +13,7 @@
 
 namespace viewer {
 
-// A half line, or a whole line where that is said.
+// A half line; a whole line for an orthographic camera.
 struct Ray {
     dg::DPoint3D origin;  // world
     dg::DVec3 direction;  // not normalised

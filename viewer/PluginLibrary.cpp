@@ -1,3 +1,5 @@
+// Looks up every entry point before it calls the first, so that a library that is no plug-in is refused unused. Only
+// the query for the component's state may be missing.
 #include "viewer/PluginLibrary.h"
 
 #include "viewer/ReferenceViewer.h"

@@ -11,7 +11,7 @@
 
 namespace viewer {
 
-// Keeps a plug-in loaded for as long as it lives. Everything that the plug-in made is to be gone before.
+// Keeps a plug-in loaded for as long as it lives. Everything that the plug-in made must be gone before that.
 class PluginLibrary {
 public:
     // Loads the library and calls its HXDllInit. A path without a slash is a file of the current directory, never one

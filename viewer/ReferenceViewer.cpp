@@ -1,3 +1,5 @@
+// Puts the parts together and keeps their order. On a tick boxes are answered, then transitions move and drags run out,
+// and the workflows hear of it last. Before a plug-in is unloaded everything that it made is let go.
 #include "viewer/ReferenceViewer.h"
 
 #include "host/workflow/ConstStrings.h"

@@ -1,3 +1,5 @@
+// Plays a transition over twice its duration, ever slower: it begins as fast as an even motion over the duration would
+// be, and ends at rest. It copies what it plays, because the record's code goes with the plug-in.
 #include "viewer/TransitionPlayer.h"
 
 #include "host/dg/Conversion.h"

@@ -45,7 +45,7 @@ public:
 
     // What a component is given to queue with. A queue that outlives the player takes transitions to nowhere.
     void GetQueue(du::SmartPtr<workflow::TransitionQueue>& queue) const;
-    // What a transition is to be queued with; one that comes with another value is recorded and not played.
+    // The context that a transition must be queued with; one that comes with another value is recorded and not played.
     [[nodiscard]] static constexpr std::int64_t GetContext() noexcept { return 1; }
 
     // Queues a motion. Nothing happens when playing is switched off, or soon after a frame with several fingers.

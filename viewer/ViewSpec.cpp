@@ -1,3 +1,4 @@
+// Kinds are shape views, 2D views, and "other", which stands for every view that the component does not know.
 #include "viewer/ViewSpec.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// The host library has one provider of each kind for the process, and several viewers may be alive. So platforms form a
+// stack: the latest answers, and one may go from the middle.
 #include "viewer/ViewerPlatform.h"
 
 #include "host/platform/Display.h"

@@ -1,3 +1,5 @@
+// Each change is recorded as it was asked for and then takes effect at once. A camera that is set ends the transition
+// that moves it, and a page keeps its width when it is asked for an infinite one.
 #include "viewer/ViewerViews.h"
 
 #include "viewer/BoundsService.h"

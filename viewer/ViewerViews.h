@@ -78,7 +78,7 @@ public:
     void AddMarkup(const du::SmartPtr<hxk::Markup>& markup) override;
     void RemoveMarkup(const du::SmartPtr<hxk::Markup>& markup) override;
 
-    // Moves the camera without anybody being told.
+    // Moves the camera without a record, and without ending the transition that moves it.
     void PlaceCamera(const dg::Location& location) noexcept { m_camera.SetLocation(location); }
     // A camera that is set ends a transition that moves this view.
     void Change(const ViewChange& change);

@@ -1,3 +1,5 @@
+// The picker answers clicks, the selector draws the band. The component sends no button-up at the end of a drag, so a
+// band ends when the last finger lifts, or when nothing has dragged it for a while.
 #include "viewer/ViewerWorkflows.h"
 
 #include "host/dg/Conversion.h"

@@ -65,9 +65,9 @@ private:
 };
 
 // The workflow "selector": a left button that goes down and is dragged draws a band, and the parts that lie inside it
-// become selected, in place of what was selected, when the drag ends. A drag by touch has no message for its end: the
-// viewer tells when the touch is over, the next button that goes down closes what is still open, and so does half a
-// second without a drag. A click means that there was no drag.
+// become selected, in place of what was selected, when the drag ends. A drag by touch has no message for its end: it
+// ends when the viewer reports the end of the touch, when the next button goes down, or after half a second without a
+// drag. A click means that there was no drag.
 class SelectorWorkflow final : public workflow::SimpleWorkflow {
 public:
     explicit SelectorWorkflow(PickScene& scene);

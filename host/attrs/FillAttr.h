@@ -1,3 +1,4 @@
+// A surface's fill attributes, held by reference from the model primitives of a markup.
 #pragma once
 
 #include "host/HostApi.h"

@@ -1,3 +1,5 @@
+// The placement's axes become columns, which inverts a rotation, and the last row carries the eye to the origin.
+// Products are taken in double precision.
 #include "host/dg/Camera3D.h"
 
 namespace dg {

@@ -1,3 +1,4 @@
+// A colour with its opacity, in single precision.
 #pragma once
 
 namespace dg {

@@ -1,3 +1,5 @@
+// Rotations of row vectors, right-handed, in radians. Sines and cosines are the host library's own, so that a rotation
+// has the same bits on every machine. An axis without a direction gives the identity.
 #include "host/dg/Matrix.h"
 
 #include "host/dg/Functions.h"

@@ -1,3 +1,4 @@
+// Defaults of ManagedObject and Observer: a class without a name or bases, and notifications that nobody uses.
 #include "host/dom/Observer.h"
 
 namespace dom {

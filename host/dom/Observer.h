@@ -1,3 +1,4 @@
+// What a host's event loop can call: messages, timeouts and idle time.
 #pragma once
 
 #include "host/HostApi.h"

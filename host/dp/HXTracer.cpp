@@ -1,3 +1,5 @@
+// One sink for the whole process. Whether a channel is enabled is asked once for each text, before anything of it is
+// formatted, so that a channel that is off costs next to nothing.
 #include "host/dp/HXTracer.h"
 
 namespace dp {

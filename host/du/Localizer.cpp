@@ -1,3 +1,5 @@
+// A text is the provider's own. The answer to a missing one is interned, because the caller gets a reference that has
+// to stay valid.
 #include "host/du/Localizer.h"
 
 #include "host/du/Symbol.h"

@@ -1,3 +1,4 @@
+// The end of an object. Apart from the header, because few releases are the last.
 #include "host/du/RefCounted.h"
 
 namespace du {

@@ -1,3 +1,5 @@
+// The one table of names. It is in the host library, which host and plug-ins share, so that the same name has the same
+// address in all of them.
 #include "host/du/Symbol.h"
 
 #include <set>

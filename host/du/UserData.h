@@ -1,3 +1,4 @@
+// A common base for whatever other code attaches to an object.
 #pragma once
 
 #include "host/HostApi.h"

@@ -1,3 +1,5 @@
+// Lists of free blocks by size, in steps of the strictest alignment, so that every block suits any type. Each list
+// keeps a bounded number of blocks, so that a peak is not held on to.
 #include "host/hxg/MemoryPool.h"
 
 #include <array>

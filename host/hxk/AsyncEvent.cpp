@@ -1,3 +1,5 @@
+// A request ends once, whichever of completion, failure and withdrawal comes first. A failure that gives the status of
+// success counts as 1, so that it cannot be taken for success.
 #include "host/hxk/AsyncEvent.h"
 
 #include <utility>

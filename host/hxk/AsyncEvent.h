@@ -37,7 +37,7 @@ public:
     [[nodiscard]] bool IsCancelled() const noexcept { return m_cancelled; }
     [[nodiscard]] bool IsComplete() const noexcept { return m_complete; }
 
-    // Sets who hears of Cancel; null takes it away. Not owned: the listener takes itself away before it goes.
+    // Sets who hears of Cancel; null takes it away. Not owned: a listener takes itself away before it is destroyed.
     void SetListener(AsyncEventListener* listener) noexcept { m_listener = listener; }
 
 protected:
@@ -50,7 +50,7 @@ private:
     bool m_complete = false;
 };
 
-// A request that tells its outcome to the class derived from it.
+// A request whose outcome comes to the class derived from it.
 class HOST_API AsyncEvent : public BaseAsyncEvent {
 public:
     // Calls OnComplete once, unless the request was cancelled or has ended already.

@@ -1,3 +1,5 @@
+// Defaults of a markup's hooks, so that a plug-in overrides only what it needs, and the listener for changes, one for
+// the process. The virtual tables of the smaller markup interfaces are here too.
 #include "host/hxk/Markup.h"
 
 #include "host/hxk/MarkupHolder.h"

@@ -50,7 +50,7 @@ public:
     // The end points of lines that follow the markup while it is dragged.
     virtual std::vector<dg::DPoint3D> GetRubberBands() const;
 
-    // Replaces the content; the second argument tells whether it is drawn at once.
+    // Replaces the content; the second argument says whether it is drawn at once.
     void SetContent(const du::SmartPtr<hxmu::MarkupData>& content, bool visible);
     [[nodiscard]] const du::SmartPtr<hxmu::MarkupData>& GetContent() const noexcept { return m_content; }
     [[nodiscard]] bool IsVisible() const noexcept { return m_visible; }

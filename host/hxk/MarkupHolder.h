@@ -1,3 +1,4 @@
+// How markups come into a view and leave it.
 #pragma once
 
 #include "host/HostApi.h"

@@ -1,3 +1,5 @@
+// A class test follows the descriptions from the object's own to the root, and compares them by number or by address.
+// Attached data is found by its name's text.
 #include "host/hxk/Object.h"
 
 #include "host/hxg/MemoryPool.h"

@@ -1,3 +1,4 @@
+// A mark for objects that are being drawn.
 #pragma once
 
 #include "host/HostApi.h"

@@ -1,3 +1,4 @@
+// Changes of a view sent as one, so that a touch frame that moves it several times repaints it once.
 #pragma once
 
 #include "host/HostApi.h"

@@ -1,3 +1,4 @@
+// The settings of a view, by name.
 #pragma once
 
 #include "host/HostApi.h"

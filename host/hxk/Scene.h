@@ -1,3 +1,4 @@
+// The scene behind a view. Spin transitions refer to it; the component does not look into it.
 #pragma once
 
 #include "host/HostApi.h"

@@ -1,3 +1,5 @@
+// The class descriptions of the views, with the host's numbers. They are constants of the host library, ready before
+// any constructor runs, because they are compared by address.
 #include "host/hxk/View.h"
 
 namespace hxk {

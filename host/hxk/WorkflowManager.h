@@ -1,3 +1,4 @@
+// Where the component stands among the workflows that hear the same messages.
 #pragma once
 
 namespace hxk {

@@ -1,3 +1,4 @@
+// The markups of plug-ins, a class apart from those of the host itself.
 #pragma once
 
 #include "host/HostApi.h"

@@ -1,3 +1,4 @@
+// What a markup shows, behind one pointer, so that it is replaced as a whole.
 #pragma once
 
 #include "host/HostApi.h"

@@ -1,3 +1,5 @@
+// Constructors and destructors are out of line, so that the virtual tables are in the host library alone and a viewer's
+// dynamic casts recognise primitives that a plug-in has made.
 #include "host/hxmu/Model.h"
 
 #include "host/hxmu/MarkupData.h"

@@ -1,3 +1,4 @@
+// Render attributes of a primitive. By default it is visible, opaque and can be picked.
 #pragma once
 
 #include "host/HostApi.h"

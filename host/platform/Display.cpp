@@ -1,3 +1,5 @@
+// What the host has set comes before what the system says. Only Windows is asked; elsewhere the answer is 96 pixels per
+// inch.
 #include "host/platform/Display.h"
 
 #include <optional>

@@ -1,3 +1,5 @@
+// Windows and Linux under one promise: a path is that file and never a library of the system's folders, and a failure
+// has the system's own words.
 #include "host/platform/DynamicLibrary.h"
 
 #include <stdexcept>

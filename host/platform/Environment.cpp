@@ -1,3 +1,4 @@
+// A host's answer takes the place of the process environment as a whole: with a provider no variable is read.
 #include "host/platform/Environment.h"
 
 #include <cstdlib>

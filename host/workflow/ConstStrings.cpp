@@ -1,3 +1,4 @@
+// Each name's text is its identifier: a host that spells it out gets the same Symbol.
 #include "host/workflow/ConstStrings.h"
 
 namespace workflow {

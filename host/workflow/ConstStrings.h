@@ -1,3 +1,4 @@
+// The names of messages that hosts send and workflows handle.
 #pragma once
 
 #include "host/HostApi.h"

@@ -1,3 +1,5 @@
+// Defaults of a workflow. What it asks of a manager is nothing to do while it has none, which is so before it is
+// installed and after it is removed; the answer is then false.
 #include "host/workflow/Workflow.h"
 
 namespace workflow {

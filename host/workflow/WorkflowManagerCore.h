@@ -43,7 +43,7 @@ public:
 
     // Stops a running camera transition where it is.
     virtual void StopTransition() = 0;
-    // A value that AddTransition is to be given; 0 asks for the view's own context.
+    // The value to give to AddTransition; 0 asks for the view's own context.
     virtual std::int64_t GetTransitionContext(int kind) = 0;
     // The object that takes transitions; null when the host plays none.
     virtual void GetTransitionQueue(du::SmartPtr<TransitionQueue>& queue) = 0;

@@ -1,3 +1,5 @@
+// Decodes UTF-8 strictly: control characters, surrogates, non-characters and bytes that spell a character longer than
+// necessary count as no character, since a terminal or a drawing could take them for something else.
 #include "replay/files/CleanText.h"
 
 #include <array>

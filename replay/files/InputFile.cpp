@@ -1,3 +1,5 @@
+// A folder is refused before it is opened, for the system says so only at the first read. The first piece can be looked
+// at without taking it, so that the kind of an input is found also when it comes through a pipe.
 #include "replay/files/InputFile.h"
 
 #include "replay/files/ReadError.h"

@@ -1,3 +1,5 @@
+// A signal comes at any instruction, so what its handler reads is of fixed size and lock-free, and it calls only what a
+// handler may.
 #include "replay/files/Interrupt.h"
 
 #include <unistd.h>

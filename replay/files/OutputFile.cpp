@@ -1,3 +1,5 @@
+// Writes to a temporary file in the destination's folder, because a file can take another's place at one stroke only
+// within a file system. Keeps the first fault of the system, for a stream does not say why it has failed.
 #include "replay/files/OutputFile.h"
 
 #include "replay/files/InputFile.h"

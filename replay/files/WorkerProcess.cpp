@@ -1,3 +1,5 @@
+// A forked child under the system's limits, and a parent that watches the clock. The child always leaves by _exit: what
+// it has of the parent is neither destroyed nor flushed twice. Its exit code says which limit it met.
 #include "replay/files/WorkerProcess.h"
 
 #include <fcntl.h>

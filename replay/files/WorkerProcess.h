@@ -1,4 +1,4 @@
-// Work on input that nobody vouches for, in a process of its own.
+// Work on input that cannot be trusted, in a process of its own.
 #pragma once
 
 #include <chrono>
@@ -23,8 +23,7 @@ struct WorkerLimits {
 
 // Does the work in a child process and gives back the bytes that it answers, which are to be trusted as little as the
 // input. The child can write no file, leaves no core file, says nothing on the terminal, and dies with this process.
-// Throws
-// WorkerError when the child crashes, meets a limit or cannot be made. Only for a process with a single thread.
+// Throws WorkerError when the child crashes, meets a limit or cannot be made. Only for a process with a single thread.
 [[nodiscard]] std::string RunInWorker(const std::function<std::string()>& work, const WorkerLimits& limits);
 
 }  // namespace replay

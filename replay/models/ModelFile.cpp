@@ -1,3 +1,5 @@
+// Both sides of reading a model: the child imports it and answers with bytes, the parent believes none of them. Every
+// fault of either becomes one line that names the file.
 #include "replay/models/ModelFile.h"
 
 #include "replay/files/InputFile.h"

@@ -1,3 +1,5 @@
+// Takes hold of what a path leads to, asks what that is, and opens just that: a link that changes in between leads
+// nowhere else.
 #include "replay/models/ModelFolder.h"
 
 #include <assimp/DefaultIOStream.h>
@@ -39,7 +41,7 @@ public:
     }
     // Opens it again through this, whatever stands under its name by now.
     [[nodiscard]] std::string GetHandle() const { return "/proc/self/fd/" + std::to_string(m_descriptor); }
-    // With links followed; empty when that cannot be told.
+    // With links followed; empty when that fails.
     [[nodiscard]] std::filesystem::path GetPath() const {
         std::error_code fault;
         const auto path = std::filesystem::read_symlink(GetHandle(), fault);

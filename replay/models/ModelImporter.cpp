@@ -1,3 +1,5 @@
+// Takes faces, places and colours out of what the library has read, and leaves the rest. Broken files give broken
+// scenes, so an index into the scene is checked before it is followed.
 #include "replay/models/ModelImporter.h"
 
 #include "replay/models/ModelFolder.h"
@@ -22,15 +24,15 @@ namespace replay {
 namespace {
 
 // A format that is read, by the endings that the library names it with, and the axis that is up in what the library
-// makes of it. It turns Collada files to Y up by their own word, and 3DS and MD2 models always. An FBX file says it
-// itself.
+// makes of it. It turns Collada files to Y up as they ask for, and 3DS and MD2 models always. An FBX file names its
+// axis itself.
 struct ModelFormat {
     std::string_view endings;
     UpAxis up;
 };
 
-// Of all that the library knows, what scripts/torture-models finds to read its own samples, and to fail in good order.
-// Where a format does not say which axis is up, its coordinates stay as they are.
+// Of all formats that the library knows, those that scripts/torture-models finds to read their own samples and to
+// refuse broken files without a crash. Where a format does not say which axis is up, its coordinates stay as they are.
 constexpr std::array Formats = {
     ModelFormat{"gltf glb", UpAxis::Y}, ModelFormat{"obj", UpAxis::Z},         ModelFormat{"stl", UpAxis::Z},
     ModelFormat{"ply", UpAxis::Z},      ModelFormat{"off", UpAxis::Z},         ModelFormat{"dae xml zae", UpAxis::Y},

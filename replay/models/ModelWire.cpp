@@ -1,3 +1,5 @@
+// Counts are compared with the bytes that are left before anything is allocated, so that a false one costs nothing.
+// Numbers are written as they lie in memory: writer and reader are the same program.
 #include "replay/models/ModelWire.h"
 
 #include "replay/files/CleanText.h"
@@ -48,7 +50,7 @@ void PutPart(std::string& bytes, const scene::Part& part) {
     }
 }
 
-// Control characters could give orders to a terminal, and line ends break the line that a name stands on.
+// A terminal could take control characters for commands, and line ends break the line that a name stands on.
 std::string PrintableName(std::string name) {
     std::replace_if(
         name.begin(), name.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, ' ');

@@ -1,3 +1,5 @@
+// Cuts at one side after the other. Results are checked too, because the difference of two finite numbers need not be
+// finite.
 #include "replay/picture/Clip.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// Draws a page once, as a symbol, and places it in each picture; for each halving of the scale there is one, whose
+// lines stay thick enough to be seen. A page that is too large, small or far away for that is drawn shape by shape.
 #include "replay/picture/PageRenderer.h"
 
 #include "host/dg/Location.h"
@@ -97,7 +99,7 @@ void DrawPageLines(cairo_t* context, const PageView& view, const scene::PageLine
         pen = clipped->second;
     }
     const double dash = 0.12 * view.GetScale();
-    // Dashes that are too short to be told apart cost time without end.
+    // Dashes that are too short to be seen would take very long to draw.
     if (first->dashed && dash > 0.5) {
         cairo_set_dash(context, &dash, 1, 0);
     }

@@ -1,3 +1,5 @@
+// Fingers, axes and the context mark have one size on every card; trails and the band follow the view's pixels. Trails
+// pale towards their beginning. What is not finite or outside the picture is left out.
 #include "replay/picture/PanelOverlay.h"
 
 #include "replay/picture/Clip.h"
@@ -29,7 +31,7 @@ constexpr std::array<dg::Color, 10> FingerColors = {{{0.85F, 0.11F, 0.38F, 1},
                                                      {0.45F, 0.58F, 0.05F, 1}}};
 constexpr dg::Color SeamColor{1, 1, 1, 1};
 constexpr double FingerRadius = 13;
-constexpr double Beside = 11;  // from a finger's middle, along both axes, to what shall not cover it
+constexpr double Beside = 11;  // from a finger's middle, along both axes, to what must not cover it
 constexpr double TrailWidth = 4.5;
 constexpr int TrailSteps = 12;      // of its fading
 constexpr double ShortestStep = 1;  // between two points of a trail

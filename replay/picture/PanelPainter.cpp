@@ -1,3 +1,5 @@
+// A card from top to bottom: picture, status bar, heading with time, caption. The picture keeps the view's proportions,
+// and text that does not fit is broken into lines and in the end cut off.
 #include "replay/picture/PanelPainter.h"
 
 #include "replay/files/CleanText.h"

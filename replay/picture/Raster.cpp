@@ -1,3 +1,5 @@
+// Draws on a finer grid than the picture's and averages, so that slanting edges are smooth. Nearness grows towards the
+// eye, and the nearest surface stays.
 #include "replay/picture/Raster.h"
 
 #include "replay/picture/Clip.h"

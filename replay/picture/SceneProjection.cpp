@@ -1,3 +1,5 @@
+// Refuses a camera that sees nothing before anything is drawn, so that what follows computes with finite numbers. A
+// perspective camera sees nothing close to the eye: depth is divided by.
 #include "replay/picture/SceneProjection.h"
 
 #include <cmath>

@@ -1,3 +1,5 @@
+// Surfaces come first, then edges, those of selected parts last, then markups: what covers an edge is known only when
+// all surfaces are there. A perspective view is cut at the near plane before depth is divided by.
 #include "replay/picture/SceneRenderer.h"
 
 #include "replay/picture/Raster.h"

@@ -1,3 +1,5 @@
+// One drawing for both formats. Only text differs: an SVG file keeps it as text, which can be searched, above
+// everything else; a PNG file gets it drawn. Labels that something may cover are shapes in both.
 #include "replay/picture/SheetCanvas.h"
 
 #include "replay/files/CleanText.h"

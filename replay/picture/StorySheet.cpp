@@ -1,3 +1,5 @@
+// Deals a limited number of cards out to the gestures, those that did most first. A gesture's cards are at equal steps
+// of its motion and not of time, so that a rest takes none.
 #include "replay/picture/StorySheet.h"
 
 #include "replay/story/StoryWriter.h"

@@ -1,3 +1,5 @@
+// Lays a sheet out as a grid of three or four columns. All rows have one height, that of the tallest view and the
+// longest caption, so panels are measured before the first is drawn.
 #include "replay/picture/Storyboard.h"
 
 #include "replay/picture/PanelOverlay.h"

@@ -1,3 +1,5 @@
+// Calls are recorded event by event, so that an observation has only what came of its own event. Gesture, state and
+// mode come from the plug-in by name; a name that is not known here is no value.
 #include "replay/play/Player.h"
 
 #include <string_view>

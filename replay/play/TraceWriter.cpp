@@ -1,3 +1,4 @@
+// Traces are compared byte by byte: keys have a fixed order, and a number is the shortest text that reads back.
 #include "replay/play/TraceWriter.h"
 
 #include "replay/session/JsonNumbers.h"

@@ -1,3 +1,5 @@
+// Each option is declared once, for parsing and for the help. What concerns several options, such as one that means
+// nothing in the view that was chosen, is checked when all are known.
 #include "replay/program/Options.h"
 
 #include <CLI/CLI.hpp>

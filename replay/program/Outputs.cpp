@@ -1,3 +1,5 @@
+// Compares files and not names: links and standard streams can lead to a file that is read, or that another output goes
+// to. This is checked before any output is opened.
 #include "replay/program/Outputs.h"
 
 #include "replay/files/InputFile.h"

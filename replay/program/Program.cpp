@@ -1,3 +1,5 @@
+// The order of a run. The model is read first, because the child that reads it would inherit what is open; faults of
+// the input come before any output is opened; no output takes its place before all that can fail has succeeded.
 #include "replay/program/Program.h"
 
 #include "replay/files/InputFile.h"
@@ -181,7 +183,7 @@ int Fail(const std::string& text) {
 }  // namespace
 
 int RunProgram(int argc, const char* const* argv, const ProgramSetup& setup) {
-    // A reader that goes away is a fault like any other and shall be told.
+    // When the reader of a pipe goes away, writing fails and that is reported like any other fault.
     std::signal(SIGPIPE, SIG_IGN);
     EndOnInterrupt();
     std::ios::sync_with_stdio(false);

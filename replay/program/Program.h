@@ -5,13 +5,13 @@
 
 namespace replay {
 
-// What the build tells the program.
+// What the program knows from its build.
 struct ProgramSetup {
     std::string version;
     std::string pluginBeside;  // path of the component relative to the program's folder
 };
 
-// Runs the program and answers its exit code: 0, or 2 after a fault, which is told in one line on standard error.
+// Runs the program and answers its exit code: 0, or 2 after a fault, with one line about it on standard error.
 // Ctrl-C, a hang-up or a request to end ends the process by that signal.
 [[nodiscard]] int RunProgram(int argc, const char* const* argv, const ProgramSetup& setup);
 

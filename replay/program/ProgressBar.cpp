@@ -1,3 +1,4 @@
+// Writes only when the text has changed, so that a long task is not slowed down by the terminal.
 #include "replay/program/ProgressBar.h"
 
 #include <unistd.h>

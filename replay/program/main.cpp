@@ -1,4 +1,4 @@
-// touch-replay: replays recorded touch and tells what it did to the view.
+// touch-replay: replays recorded touch and says what it did to the view.
 
 #include "replay/program/Program.h"
 

@@ -1,4 +1,4 @@
-// What the text of a recording tells about a device, whatever the format: its description and its events, not yet
+// What the text of a recording says about a device, whatever the format: its description and its events, not yet
 // understood as touch.
 #pragma once
 
@@ -38,7 +38,7 @@ struct DeviceText {
     std::string node;                           // where the system has the device; empty where the format does not tell
     std::map<int, AxisRange> axes;              // by axis code, 0 to ABS_MAX
     std::map<int, std::int32_t> initialValues;  // of absolute axes, by code
-    std::optional<double> widthMm;              // size of the device, where the text tells it
+    std::optional<double> widthMm;              // size of the device, where the text has it
     std::optional<double> heightMm;
     std::vector<DeviceEvent> events;  // in the order of the text; their times may run backward
 

@@ -1,5 +1,5 @@
-// Recordings are long, so nothing is built of the YAML but what is asked for: the parser tells of one node after the
-// other, and a table says what stands where.
+// Recordings are long, so the YAML is never built as a tree: the parser reports one node after the other, and a table
+// says which of them are wanted.
 #include "replay/recording/LibinputText.h"
 
 #include "replay/files/ReadError.h"

@@ -1,3 +1,5 @@
+// Flips and turns fractions of the panel and rounds once, to pixels. No pixel is 0, because the component takes a
+// coordinate of 0 for none.
 #include "replay/recording/Mounting.h"
 
 #include "viewer/ViewSpec.h"

@@ -7,7 +7,7 @@
 
 namespace replay {
 
-// What the panel tells is flipped first and then turned.
+// Positions on the panel are flipped first and then turned.
 struct Mounting {
     bool flipX = false;  // columns count from the right
     bool flipY = false;  // rows count from the bottom

@@ -1,3 +1,5 @@
+// Only the first finger of a touch is a mouse to the system. A finger that stays when the first one lifts does not
+// become one; the next that lands alone does.
 #include "replay/recording/MouseEcho.h"
 
 #include <algorithm>

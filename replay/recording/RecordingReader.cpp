@@ -1,3 +1,5 @@
+// Finds the format by the first line, checks the events, turns protocol A into protocol B, and follows the slots. What
+// libmtdev gets is checked and filtered before, because it trusts its input.
 #include "replay/recording/RecordingReader.h"
 
 #include "replay/files/InputFile.h"
@@ -25,8 +27,8 @@ namespace replay {
 
 namespace {
 
-// Of a protocol A report, the others are left out: a touch frame holds no more, and libmtdev can take for ever to tell
-// some thirty fingers apart.
+// Of a protocol A report, the others are left out: a touch frame holds no more, and libmtdev can take very long to
+// tell some thirty fingers apart.
 constexpr std::size_t MostContacts = 10;
 
 bool IsEndOfReport(const DeviceEvent& event) {
@@ -95,7 +97,7 @@ bool IsForConverter(const DeviceEvent& event) {
     if (event.type == EV_ABS) {
         return event.code == ABS_MT_POSITION_X || event.code == ABS_MT_POSITION_Y || event.code == ABS_MT_TRACKING_ID;
     }
-    // The touch button matters: without it a report that tells no finger at all would be passed over.
+    // The touch button matters: without it a report without any finger would be passed over.
     const bool isButton = event.type == EV_KEY && event.code == BTN_TOUCH;
     return isButton || IsEndOfContact(event) || IsEndOfReport(event);
 }
@@ -132,8 +134,8 @@ void Convert(mtdev* converter, const DeviceEvent& event, std::vector<DeviceEvent
     }
 }
 
-// Protocol A tells all fingers in every report, without saying which is which. libmtdev finds that out. Reports with a
-// gap are left out whole: the next one tells everything again.
+// Protocol A lists all fingers in every report, without saying which is which. libmtdev finds that out. Reports with a
+// gap are left out whole: the next one lists everything again.
 std::vector<DeviceEvent> ToProtocolB(const DeviceText& text) {
     const Converter converter = MakeConverter(text);
     std::vector<DeviceEvent> converted;

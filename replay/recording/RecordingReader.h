@@ -14,7 +14,7 @@ namespace replay {
 struct DeviceAxis {
     std::int32_t minimum = 0;
     std::int32_t maximum = 0;
-    std::optional<double> sizeMm;  // physical length in millimetres, where the recording tells it
+    std::optional<double> sizeMm;  // physical length in millimetres, where the recording has it
 
     friend bool operator==(const DeviceAxis&, const DeviceAxis&) = default;
 };

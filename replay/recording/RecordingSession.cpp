@@ -1,3 +1,5 @@
+// Does what a host does: ticks every 10 ms, a frame for each report that changes something, and frames that repeat
+// resting fingers. The ticks go on long enough after the last report for a silent touch to end.
 #include "replay/recording/RecordingSession.h"
 
 #include "host/dg/Functions.h"
@@ -164,7 +166,7 @@ private:
     }
 
     const PanelMapping& m_mapping;
-    std::vector<Contact> m_reported;  // as the last report told them
+    std::vector<Contact> m_reported;  // as in the last report
     std::vector<Finger> m_fingers;    // by slot; with their last records; at most as many as a frame has
 };
 

@@ -1,3 +1,5 @@
+// Both a report and its changes are in the order of slots, so that one pass finds what has changed and a change finds
+// its place at once.
 #include "replay/recording/ReportList.h"
 
 #include <algorithm>

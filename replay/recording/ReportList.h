@@ -1,4 +1,4 @@
-// What a device told, report by report.
+// What a device reported, report by report.
 #pragma once
 
 #include <cstddef>
@@ -18,7 +18,7 @@ struct Contact {
     friend bool operator==(const Contact&, const Contact&) = default;
 };
 
-// What the device told at one moment: the fingers that are down then, by ascending slot.
+// What the device reported at one moment: the fingers that are down then, by ascending slot.
 struct Report {
     std::int64_t timeUs = 0;  // microseconds since the first report
     std::vector<Contact> contacts;

@@ -1,3 +1,5 @@
+// Recordings begin in the middle of touches and have gaps. Fingers that must have been down at the start, or have
+// landed or lifted in a gap, are found by what the events after it say.
 #include "replay/recording/SlotTracker.h"
 
 #include <linux/input-event-codes.h>
@@ -20,8 +22,8 @@ SlotTracker::SlotTracker(const std::map<int, std::int32_t>& initialValues, const
     FindFingersAtStart(events);
 }
 
-// A finger was down from the start in a slot whose first tracking id is a lift, and in one that told a coordinate in a
-// report before its first tracking id. The first coordinates it tells are the best guess for the time before.
+// A finger was down from the start in a slot whose first tracking id is a lift, and in one that gave a coordinate in a
+// report before its first tracking id. The first coordinates it gave are the best guess for the time before.
 void SlotTracker::FindFingersAtStart(const std::vector<DeviceEvent>& events) {
     struct Start {
         Slot slot;            // the coordinates before the first tracking id
@@ -30,7 +32,7 @@ void SlotTracker::FindFingersAtStart(const std::vector<DeviceEvent>& events) {
         bool isDown = false;
     };
     std::map<std::int32_t, Start> starts;
-    std::vector<std::int32_t> placed;  // slots that told a coordinate since the last end of a report
+    std::vector<std::int32_t> placed;  // slots that gave a coordinate since the last end of a report
     std::int32_t current = m_current;
     for (const DeviceEvent& event : events) {
         if (event.type == EV_SYN && event.code == SYN_DROPPED) {
@@ -82,7 +84,7 @@ bool SlotTracker::Apply(const DeviceEvent& event) {
     } else if (event.type == EV_ABS) {
         ApplyAxis(event);
     } else if (event.type == EV_KEY && event.code == BTN_TOUCH && event.value == 0 && m_eventsLost && !m_dropping) {
-        // The last finger is up: lifts that the gap has swallowed are made good here.
+        // The last finger is up, so those whose lifts were lost in the gap are lifted here.
         for (auto& [number, slot] : m_slots) {
             slot.trackingId.reset();
         }

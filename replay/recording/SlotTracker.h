@@ -27,7 +27,7 @@ public:
     // counts: one without lost events.
     bool Apply(const DeviceEvent& event);
 
-    // The fingers that are down, by ascending slot. A coordinate that was never told is the pointer's, else 0.
+    // The fingers that are down, by ascending slot. A coordinate that never came is the pointer's, else 0.
     // Valid until the next event.
     [[nodiscard]] const std::vector<Contact>& Contacts();
 

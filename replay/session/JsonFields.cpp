@@ -1,3 +1,5 @@
+// A line is looked through before it is parsed: the parser would take the last of two equal keys and stop at a zero
+// byte. A number is taken only where its type can hold it.
 #include "replay/session/JsonFields.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Shortest texts. A float whose shortest text, read as a double first, would become another float is written exactly.
 #include "replay/session/JsonNumbers.h"
 
 #include <array>

@@ -1,3 +1,5 @@
+// Objects and arrays are put together here and not by the JSON library, because the order of keys and the spaces are
+// part of the format.
 #include "replay/session/JsonText.h"
 
 #include "replay/session/JsonNumbers.h"

@@ -1,3 +1,5 @@
+// Strict, so that a misspelt key is a fault and not a default. An event is known by its one key, wherever that stands
+// in the line.
 #include "replay/session/SessionReader.h"
 
 #include "replay/files/InputFile.h"

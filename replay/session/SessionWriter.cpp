@@ -1,3 +1,4 @@
+// Leaves out what has its default, so that a header says only what is special about its session.
 #include "replay/session/SessionWriter.h"
 
 #include "replay/session/JsonNumbers.h"

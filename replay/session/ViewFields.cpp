@@ -1,3 +1,5 @@
+// Which keys a view may have depends on its kind: one of another kind is a fault. A change of a view takes some of the
+// keys of a shape view and requires none.
 #include "replay/session/ViewFields.h"
 
 #include <algorithm>

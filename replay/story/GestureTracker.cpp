@@ -1,3 +1,5 @@
+// Whether a gesture stands for itself is known only at the end of its touch, so all of a touch are kept until then. The
+// moments of each are thinned by half whenever there are too many.
 #include "replay/story/GestureTracker.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// Each event goes through the same steps: the clock, what the host did, the touch, the calls, coasting, mouse, mode and
+// status. The touch comes before the calls, so that an effect belongs to the gesture on whose frame it came.
 #include "replay/story/Story.h"
 
 #include <algorithm>
@@ -11,9 +13,9 @@ namespace replay {
 
 namespace {
 
-constexpr double EchoSeconds = 0.5;       // mouse messages further apart are told separately
+constexpr double EchoSeconds = 0.5;       // mouse messages further apart get lines of their own
 constexpr double UnplayedSeconds = 1;     // a coasting that has not moved by then is not played
-constexpr double SwitchSeconds = 1;       // a status bar that changes later tells of something else
+constexpr double SwitchSeconds = 1;       // a status bar that changes later has another cause
 constexpr std::size_t MostDrawable = 64;  // items that keep their moments; far more than a sheet can show
 constexpr double EffectProgress = 0.5;    // what a click counts beside motion, see MotionMeter
 constexpr double MillisecondsPerSecond = 1000;

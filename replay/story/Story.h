@@ -42,11 +42,12 @@ struct StoryItem {
 
 // Listens to a replay, event by event. Times are those of the host's ticks, or of the touch clock while there was none.
 //
-// A turn is told as the angle between the first and the last view of the gesture, in the direction in which the model
+// A turn is given as the angle between the first and the last view of the gesture, in the direction in which the model
 // was seen to go. When the way there was clearly longer, because the finger went to and fro or round a curve, the sum
-// of all steps is told first and then how far from the beginning the model ends.
+// of all steps comes first and then how far from the beginning the model ends.
 //
-// A window leaves out what lies wholly outside it, and the pictures outside it. What reaches into it is told whole.
+// A window leaves out what lies wholly outside it, and the pictures outside it. What reaches into it is described
+// whole.
 class Story {
 public:
     // The view that is attached before the first event, as it was asked for and as it shows itself.
@@ -97,7 +98,7 @@ private:
     void EndMouseRun();
     // Adds to the gesture under way; between touches it becomes a line of its own.
     void AddAction(const std::string& text, const viewer::ViewSnapshot& after);
-    // Lets the picture of a mode switch show the status bar that tells of it, which is refreshed on a later event.
+    // Gives the picture of a mode switch its status bar, which is refreshed on a later event.
     void ShowSwitchedStatus(const std::string& text);
     // What the gesture under way turned out to be; nothing for an empty name.
     void NameGesture(const char* name);
@@ -124,7 +125,7 @@ private:
     double m_endTime = 0;
     double m_now = 0;
     std::size_t m_eventCount = 0;
-    std::optional<double> m_switchedAt;  // until the status bar tells of it
+    std::optional<double> m_switchedAt;  // until the status bar shows it
     std::vector<std::size_t> m_drawn;    // the items with moments so far
 };
 

@@ -1,3 +1,4 @@
+// Columns fit ordinary texts; a longer one moves only the rest of its own line.
 #include "replay/story/StoryWriter.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// Adds a view's steps up and puts them into words. What is worth a word is measured in pixels at the picture's edge, so
+// that one limit holds for turns, zooms and ways alike.
 #include "replay/story/ViewMotion.h"
 
 #include "host/dg/Matrix.h"

@@ -83,7 +83,7 @@ enum class MotionWords { Model, Picture, Eye };
 // the picture moved by half a pixel. What is small beside the rest of the motion is left out.
 [[nodiscard]] std::string Describe(const Motion& motion, MotionWords words);
 
-// What several fingers did to the picture, as "Pan" or "Zoom and twist": what Describe tells of it; may be empty.
+// What several fingers did to the picture, as "Pan" or "Zoom and twist": what Describe has words for; may be empty.
 [[nodiscard]] std::string NameOfPictureMotion(const Motion& motion);
 
 // How far the steps took the picture's edge, or what the anchor was on, all in all; the larger one, in pixels.

@@ -1,3 +1,4 @@
+// Textbook formulas, without a thought for speed, that share nothing with the code they are compared with.
 #include "tests/property/ReferenceMath.h"
 
 #include <cmath>

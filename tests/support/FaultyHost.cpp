@@ -1,3 +1,5 @@
+// Every operation first runs what the test has set for it, which may throw or call back, and then answers from settings
+// that the test can change at any moment.
 #include "tests/support/FaultyHost.h"
 
 #include "host/platform/Display.h"
@@ -416,7 +418,7 @@ void FaultyHost::CancelRequests() {
     }
 }
 
-// Complete tells a request only once, and a cancelled one not at all; the rest is what a careless host might do.
+// Complete reaches a request only once, and a cancelled one not at all; the rest is what a careless host might do.
 void FaultyHost::Answer(hxk::BoundingBoxEvent& request) const {
     if (request.IsCancelled() && !answers.answersCancelled) {
         return;

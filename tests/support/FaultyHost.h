@@ -176,7 +176,7 @@ public:
     // A mode message that carries the preferences of the answers.
     bool UpdatePreferences();
     bool UpdateStatusBar();
-    // Answers every request that waits now, or was cancelled and is to be answered all the same.
+    // Answers every request that waits now, and cancelled ones where the answers say so.
     void AnswerRequests();
     // Ends every request that waits by cancelling it.
     void CancelRequests();

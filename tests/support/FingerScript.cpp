@@ -1,3 +1,5 @@
+// A story checks the invariants after each event and the trace channel at its end, so that no test has to ask for
+// either.
 #include "tests/support/FingerScript.h"
 
 #include "viewer/Picking.h"

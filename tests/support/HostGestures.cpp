@@ -1,3 +1,5 @@
+// Gestures have few frames, because every fault is tried with every gesture. Harm shows in a spin on the host once it
+// is sound again: it has to carry the camera about its centre as ever.
 #include "tests/support/HostGestures.h"
 
 #include "tests/support/Invariants.h"

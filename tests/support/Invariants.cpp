@@ -1,3 +1,5 @@
+// What counts as a view that somebody can look at is decided by the limits below. Once input leaves them, the camera is
+// not checked until it is sensible again; slots and lists always are.
 #include "tests/support/Invariants.h"
 
 #include "touch/Inspection.h"

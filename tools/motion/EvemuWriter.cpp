@@ -1,3 +1,5 @@
+// Writes what the driver of such a screen would: only what has changed, a slot's number before its values, lifts before
+// landings, and single-touch events for receivers that know no slots.
 #include "tools/motion/EvemuWriter.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// The bundled gestures, finger by finger, in milliseconds and millimetres on the screen. Where a view of 1280 x 800
+// pixels fills the screen, 100 mm are 247 pixels.
 #include "tools/motion/GestureCatalogue.h"
 
 #include "tools/motion/EvemuWriter.h"
@@ -5,8 +7,6 @@
 #include <algorithm>
 #include <cmath>
 #include <numbers>
-
-// Distances are millimetres on the screen. Where a view of 1280 x 800 pixels fills the screen, 100 mm are 247 pixels.
 
 namespace replay::motion {
 

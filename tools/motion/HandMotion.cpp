@@ -1,3 +1,5 @@
+// Random numbers are made here, because those of the standard library may differ between platforms, and each finger has
+// its own, so that a change to one path leaves the other fingers as they were.
 #include "tools/motion/HandMotion.h"
 
 #include <algorithm>
