@@ -70,7 +70,7 @@ public:
     explicit CommandLine(const std::string& version) : m_app("Replays touch and tells what it did to the view.") {
         m_app.set_version_flag("--version", "touch-replay " + version, "Print the version and exit");
         m_app.footer("Without --trace the story of the touch is printed: a line for each gesture, from when to when,\n"
-                     "with how many fingers, and what the view did. Faults are told in one line, and the exit code\n"
+                     "with how many fingers, and what the view did. Errors are one line, and the exit code\n"
                      "is then 2.");
         m_app
             .add_option("FILE", m_options.file,
