@@ -1,6 +1,7 @@
 // The same touch at different rates of events and pictures, fed to the component in the reference viewer. What the view
 // shows in the end must not depend on the rates: the program prints the table, and fails where they differ by more than
-// the bar. Beside it stands what comes of sending the latest event with every picture.
+// the bar. Beside it stands what comes of sending the latest event with every picture. In the end it counts what the
+// feeder allocates while ten fingers move: nothing.
 #include "host/dg/Functions.h"
 #include "input/TouchFeeder.h"
 #include "viewer/ReferenceViewer.h"
@@ -10,11 +11,33 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <functional>
+#include <new>
 #include <numbers>
 #include <string>
 #include <variant>
 #include <vector>
+
+namespace {
+
+std::size_t allocations = 0;
+
+}  // namespace
+
+void* operator new(std::size_t size) {
+    ++allocations;
+    if (void* memory = std::malloc(size)) {
+        return memory;
+    }
+    throw std::bad_alloc();
+}
+void operator delete(void* memory) noexcept {
+    std::free(memory);
+}
+void operator delete(void* memory, std::size_t /*size*/) noexcept {
+    std::free(memory);
+}
 
 namespace {
 
@@ -309,6 +332,36 @@ bool PrintTouch(const Touch& touch) {
     return steps.Spread() <= SpreadBar && steps.high != 0;
 }
 
+class CountingSink : public input::FeederSink {
+public:
+    void TakeFrame(const workflow::TouchFrame& /*frame*/) override { ++frames; }
+    void TakeTick(std::int64_t /*now*/, std::int64_t /*interval*/) override {}
+    void TakeMouse(const du::Symbol& /*type*/, std::int32_t /*x*/, std::int32_t /*y*/) override {}
+    int frames = 0;
+};
+
+// Ten fingers that move, with 120 reports and 60 pictures a second. False when the feeder allocates.
+bool PrintAllocations() {
+    CountingSink sink;
+    input::TouchFeeder feeder(sink, {.mouseEcho = true});
+    feeder.SetGeometry({.width = 1000, .height = 600});
+    for (std::int64_t id = 0; id < 10; ++id) {
+        feeder.Down(id, 100.0 * static_cast<double>(id), 300, 0);
+    }
+    const std::size_t before = allocations;
+    for (int report = 1; report <= 12000; ++report) {
+        const double time = report * 1000.0 / 120;
+        for (std::int64_t id = 0; id < 10; ++id) {
+            feeder.Move(id, 100.0 * static_cast<double>(id) + report % 50, 300, time);
+        }
+        if (report % 2 == 0) {
+            feeder.Advance(time);
+        }
+    }
+    std::printf("\nten moving fingers: %zu allocations in %d frames\n", allocations - before, sink.frames);
+    return allocations == before && sink.frames == 10001;
+}
+
 }  // namespace
 
 int main() {
@@ -316,7 +369,8 @@ int main() {
     for (const Touch& touch : Touches()) {
         isWithinBar = PrintTouch(touch) && isWithinBar;
     }
+    const bool allocatesNothing = PrintAllocations();
     std::printf("\n%s\n",
                 isWithinBar ? "every spread is within the bar of 5 %" : "FAILED: a spread is above the bar of 5 %");
-    return isWithinBar ? 0 : 1;
+    return isWithinBar && allocatesNothing ? 0 : 1;
 }

@@ -1,9 +1,13 @@
+// A toolkit that is mostly sensible, and the laws that its feeder has to keep all the same: what a component relies on.
 #include "fuzz/HostileContacts.h"
 
 #include "input/TouchFeeder.h"
 
 #include <algorithm>
+#include <iterator>
+#include <limits>
 #include <map>
+#include <utility>
 
 namespace fuzz {
 namespace {
@@ -21,9 +25,13 @@ public:
         ++m_ticksOfAdvance;
         m_framesOfTick = 0;
     }
-    void TakeMouse(const du::Symbol& /*type*/, std::int32_t x, std::int32_t y) override { m_sent.push_back(x + y); }
+    void TakeMouse(const du::Symbol& /*type*/, std::int32_t x, std::int32_t y) override {
+        m_sent.push_back(x);
+        m_sent.push_back(y);
+    }
     void TakeFrame(const workflow::TouchFrame& frame) override {
         ++m_framesOfTick;
+        m_hadFrames = true;
         Demand(m_ticks > 0 && (!m_isFixedStep || m_framesOfTick == 1), "each frame has a tick");
         Demand(frame.count >= 1 && frame.count <= 10, "a frame has one to ten records");
         int landings = 0;
@@ -57,6 +65,8 @@ public:
     }
     void DemandNoFinger() { Demand(m_down.empty(), "in the end no finger is down"); }
     void Forget() { m_down.clear(); }
+    // Whether frames came since the last question.
+    [[nodiscard]] bool TakeHadFrames() { return std::exchange(m_hadFrames, false); }
     void SetSize(std::uint32_t width, std::uint32_t height) {
         m_lastX = std::max<std::int64_t>(1, std::int64_t{width} - 1);
         m_lastY = std::max<std::int64_t>(1, std::int64_t{height} - 1);
@@ -97,6 +107,7 @@ private:
     int m_ticks = 0;
     int m_ticksOfAdvance = 0;
     int m_framesOfTick = 0;
+    bool m_hadFrames = false;
     std::string m_broken;
 };
 
@@ -132,9 +143,11 @@ public:
 
     void End() {
         m_feeder.CancelAll();
-        for (int i = 0; i < 2000; ++i) {
+        // What waits may be far ahead; after some Advances without a frame nothing does.
+        for (int advances = 0, quiet = 0; advances < 2000 && quiet < 5; ++advances) {
             m_now += 100;
             Advance();
+            quiet = m_laws.TakeHadFrames() ? 0 : quiet + 1;
         }
         m_laws.DemandNoFinger();
     }

@@ -31,8 +31,12 @@ bool IsBeyondSlack(const Place& a, const Place& b) noexcept {
 
 }  // namespace
 
-ContactQueue::ContactQueue(Feeding feeding) : m_feeding(feeding) {
+ContactQueue::ContactQueue(Feeding feeding, double zeroMs) : m_feeding(feeding), m_started(std::isfinite(zeroMs)) {
     m_events.reserve(UsualWaitingEvents);
+    if (m_started) {
+        m_latestRaw = Microseconds(zeroMs);
+        m_offset = -m_latestRaw;
+    }
 }
 
 void ContactQueue::Down(std::int64_t id, Place place, double ms, std::int64_t clock) {

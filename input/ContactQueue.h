@@ -28,7 +28,8 @@ struct ContactEvent {
 
 class ContactQueue {
 public:
-    explicit ContactQueue(Feeding feeding);
+    // `zeroMs` is the toolkit's time at which the feeder's clock is 0; not finite: the first landing's.
+    ContactQueue(Feeding feeding, double zeroMs);
 
     // The toolkit's contacts; `clock` is the feeder's, whose steps up to it are over. A time that is not finite is that
     // of the report before. A place that is not a number is the contact's last one; a landing has it as 0. Contacts

@@ -1,3 +1,4 @@
+// Frames and ticks as the messages of the host interface. Tested by tests/input/FeederMouseTest.cpp.
 #include "input/FeederSink.h"
 
 #include "host/workflow/ConstStrings.h"

@@ -1,3 +1,5 @@
+// Where a contact is in the view. Contacts keep places that are not rounded, so that what lies between two reports is
+// exact; only records have pixels, and those are bounded by the view. Tested by tests/input/FeederFramesTest.cpp.
 #include "input/Geometry.h"
 
 #include "host/dg/Conversion.h"

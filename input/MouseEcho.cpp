@@ -1,4 +1,5 @@
-// Tested by tests/input/FeederMouseTest.cpp.
+// One finger as a mouse. The echo exists for components that tell a touch's clicks from a mouse's by it; a toolkit that
+// makes an echo of its own must then not be heard twice. Tested by tests/input/FeederMouseTest.cpp.
 #include "input/MouseEcho.h"
 
 #include "host/workflow/ConstStrings.h"

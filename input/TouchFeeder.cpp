@@ -30,7 +30,7 @@ private:
 TouchFeeder::TouchFeeder(FeederSink& sink, const FeederOptions& options)
     : m_sink(sink),
       m_options(options),
-      m_queue(options.feeding),
+      m_queue(options.feeding, options.firstTickMs),
       m_frames(options.feeding, options.ids, options.touchClockStartMs) {}
 
 void TouchFeeder::Down(std::int64_t contact, double x, double y, double timeMs) {

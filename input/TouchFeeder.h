@@ -17,6 +17,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <optional>
 
 namespace input {
@@ -27,6 +28,8 @@ struct FeederOptions {
     bool mouseEcho = false;                 // whether the sink gets the echo of each touch
     std::int64_t hostClockStartMs = 1000;   // the first tick's host time
     std::int32_t touchClockStartMs = 1000;  // the record time of a finger that lands then; at least 1
+    // The toolkit's time of the first tick; not finite: that of the first landing, or the tick after those till then.
+    double firstTickMs = std::numeric_limits<double>::quiet_NaN();
 };
 
 // Reads no clock: times are what the toolkit says, in milliseconds. Those of contacts may have another origin than

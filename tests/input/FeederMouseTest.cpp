@@ -138,4 +138,26 @@ TEST(FeederMouse, TheGateHoldsEchoesBack) {
     EXPECT_EQ(message->GetModifiers(), 4);
 }
 
+TEST(FeederMouse, AHostMayTakeMessages) {
+    class Messages : public input::MessageSink {
+    public:
+        void TakeMessage(const workflow::Msg& message) override {
+            texts.push_back(message.GetType().GetString());
+            if (message.GetContent() == workflow::Msg::Content::Touch) {
+                const auto& touch = static_cast<const workflow::TouchMsg&>(message);
+                texts.back() += " " + std::to_string(touch.GetIntegers()[3]);
+            }
+        }
+        Texts texts;
+    };
+    Messages messages;
+    input::TouchFeeder feeder(messages, {.mouseEcho = true});
+    feeder.SetGeometry({.width = 1000, .height = 600});
+    feeder.Down(1, 100, 9, 0);
+    feeder.Move(1, 110, 9, 10);
+    feeder.Advance(0);
+    EXPECT_THAT(messages.texts, testing::ElementsAre("MsgTimer", "MsgTouch 100", "MsgTimer", "MsgMouseMove",
+                                                     "MsgMouseLeftDown", "MsgTouch 110"));
+}
+
 }  // namespace
