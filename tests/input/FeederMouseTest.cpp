@@ -145,7 +145,7 @@ TEST(FeederMouse, AHostMayTakeMessages) {
             texts.push_back(message.GetType().GetString());
             if (message.GetContent() == workflow::Msg::Content::Touch) {
                 const auto& touch = static_cast<const workflow::TouchMsg&>(message);
-                texts.back() += " " + std::to_string(touch.GetIntegers()[3]);
+                texts.back().append(" ").append(std::to_string(touch.GetIntegers()[3]));
             }
         }
         Texts texts;

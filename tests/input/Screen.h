@@ -3,7 +3,9 @@
 
 #include "input/TouchFeeder.h"
 
-#include <cmath>
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <sstream>
 #include <string>
@@ -41,10 +43,10 @@ public:
     }
     void TakeTick(std::int64_t hostMs, std::int64_t interval) override {
         ticks.push_back(hostMs);
-        log.push_back("tick " + std::to_string(hostMs) + " " + std::to_string(interval));
+        log.push_back((std::ostringstream() << "tick " << hostMs << ' ' << interval).str());
     }
     void TakeMouse(const du::Symbol& type, std::int32_t x, std::int32_t y) override {
-        mouse.push_back(type.GetString() + (" " + std::to_string(x)) + "," + std::to_string(y));
+        mouse.push_back((std::ostringstream() << type.GetString() << ' ' << x << ',' << y).str());
         log.push_back(mouse.back());
     }
 
