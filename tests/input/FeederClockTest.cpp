@@ -61,6 +61,11 @@ const ColumnsRow ColumnsRows[] = {
          Drag(s, {{20, 120}, {10, 160}, {30, 170}});
      },
      {100, 110, 160, 170}},
+    {"and a clock that is set back goes on from now",
+     [](Screen& s) {
+         Drag(s, {{20, 120}, {-5000, 160}, {-4990, 170}});
+     },
+     {100, 110, 160, 170}},
     {"a lift beyond the slack moves",
      [](Screen& s) { s.feeder.Up(1, 105, 9, 50); },
      {100, 101, 102, 103, 104, 105, 105}},
@@ -143,15 +148,40 @@ TEST(FeederClock, LateReportsAreNoBigStep) {
     }
 }
 
-TEST(FeederClock, ReportsThatAreAlwaysLateMoveByASecondAltogether) {
+TEST(FeederClock, AFingerWhoseTimesAreAlwaysBehindMovesTheOthersByASecondAltogether) {
     Screen s;
     s.feeder.Down(1, 100, 9, 0);
-    for (int i = 0; i < 40; ++i) {
-        s.Wait(300);
-        s.feeder.Move(1, 100 + i % 2, 9, 10 + i);
+    s.feeder.Down(2, 300, 9, 0);
+    for (int t = 300; t < 2300; t += 10) {
+        s.feeder.Move(1, 100 + t % 20, 9, t);
+        s.Wait(5);
+        s.feeder.Move(2, 300 + t % 20, 9, t - 200);
+        s.Wait(5);
     }
-    s.Wait(1);
-    EXPECT_LT(s.ticks.back() - s.ticks.front(), 40 * 300 + 1000);
+    EXPECT_GT(s.ticks.back() - s.ticks.front(), 3000);
+    EXPECT_LT(s.ticks.back() - s.ticks.front(), 3300);
+}
+
+// The program stood still, the finger did not: its reports come at once, after an Advance that had none.
+TEST(FeederClock, AStallIsMadeUpForWithoutABigStep) {
+    Columns columns[2];
+    for (const bool stalls : {false, true}) {
+        Screen s;
+        s.feeder.Down(1, 100, 9, 0);
+        for (int t = 8; t <= 400; t += 8) {
+            if (stalls && t == 80) {
+                s.now += 300;
+                s.feeder.Advance(s.now);
+            }
+            s.feeder.Move(1, 100 + t, 9, t);
+            if (!stalls || t < 80 || t > 380) {
+                s.Wait(8);
+            }
+        }
+        columns[stalls ? 1 : 0] = s.Columns();
+    }
+    EXPECT_EQ(columns[0], columns[1]);
+    EXPECT_EQ(columns[0].size(), 41U);
 }
 
 // Without contacts ticks follow the host at once; no Advance brings more than the grace, no pause more than its steps.
