@@ -67,10 +67,13 @@ std::optional<MadeFrame> FrameMaker::MakeReport(ContactQueue& queue, const Geome
 std::optional<MadeFrame> FrameMaker::MakeRest(const Geometry& geometry, std::int64_t clock) {
     if (m_cancelling == Cancelling::Lift) {
         LiftCancelled(clock);
-    } else if (m_cancelling == Cancelling::Rest) {
-        m_cancelling = Cancelling::Lift;
+        return Make(nullptr, geometry, clock, MsAt(clock));
     }
-    if (!HasFingers() || (!IsCancelling() && clock / UsPerMs - m_lastFrame / UsPerMs < StepUs / UsPerMs)) {
+    if (m_cancelling == Cancelling::Rest) {
+        m_cancelling = Cancelling::Lift;
+        return Make(nullptr, geometry, clock, m_lastMs);
+    }
+    if (!HasFingers() || clock / UsPerMs - m_lastFrame / UsPerMs < StepUs / UsPerMs) {
         return std::nullopt;
     }
     return Make(nullptr, geometry, clock, MsAt(clock));

@@ -8,10 +8,12 @@
 
 namespace {
 
+using input::Feeding;
+
 // What the component sent or queued: "MsgClickLeft", "coast".
 class Viewer : public input::FeederSink {
 public:
-    Viewer() {
+    explicit Viewer(input::Feeding feeding) : feeder(*this, {.feeding = feeding}) {
         viewer::ViewSpec view;
         view.width = 1000;
         view.height = 600;
@@ -54,7 +56,7 @@ public:
         return results;
     }
 
-    input::TouchFeeder feeder{*this};
+    input::TouchFeeder feeder;
 
 private:
     viewer::ReferenceViewer m_viewer{{}};
@@ -65,6 +67,7 @@ struct ResultRow {
     const char* name;
     std::function<void(Viewer&)> play;
     tests::Texts results;
+    bool alsoReports = true;  // whether every report comes to the same: a lift in motion is known by steps alone
 };
 
 const ResultRow ResultRows[] = {
@@ -114,7 +117,8 @@ const ResultRow ResultRows[] = {
          v.Slide(1, 200, 96);
          v.feeder.Up(1, 600, 300, v.Time() + 16);
      },
-     {"coast"}},
+     {"coast"},
+     false},
     {"a finger that stopped",
      [](Viewer& v) {
          v.Slide(1, 200, 96, 32);
@@ -148,6 +152,12 @@ const ResultRow ResultRows[] = {
          v.feeder.CancelAll();
      },
      {}},
+    {"a hold that one more frame would reach",
+     [](Viewer& v) {
+         v.Slide(1, 0, 1000);
+         v.feeder.Cancel(1, v.Time());
+     },
+     {}},
     {"a hold that would be reached by the lift's own time",
      [](Viewer& v) {
          v.Slide(1, 0, 800);
@@ -158,10 +168,16 @@ const ResultRow ResultRows[] = {
 
 TEST(FeederComponent, ATouchComesToWhatItIsAndACancelledOneToNothing) {
     for (const ResultRow& row : ResultRows) {
-        Viewer v;
-        row.play(v);
-        v.Wait(1000);
-        EXPECT_EQ(v.Results(), row.results) << row.name;
+        for (const Feeding feeding : {Feeding::FixedStep, Feeding::EveryReport}) {
+            const bool isEveryReport = feeding == Feeding::EveryReport;
+            if (isEveryReport && !row.alsoReports) {
+                continue;
+            }
+            Viewer v(feeding);
+            row.play(v);
+            v.Wait(1000);
+            EXPECT_EQ(v.Results(), row.results) << row.name << (isEveryReport ? ", every report" : "");
+        }
     }
 }
 
