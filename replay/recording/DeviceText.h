@@ -4,10 +4,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <map>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace replay {
 
@@ -32,6 +32,9 @@ struct DeviceEvent {
     std::size_t line = 0;  // where it was read
 };
 
+// In pieces, because a recording may have millions of them.
+using DeviceEvents = std::deque<DeviceEvent>;
+
 struct DeviceText {
     bool isDescribed = false;  // the text describes the device; all but the events is empty otherwise
     std::string name;
@@ -40,7 +43,7 @@ struct DeviceText {
     std::map<int, std::int32_t> initialValues;  // of absolute axes, by code
     std::optional<double> widthMm;              // size of the device, where the text has it
     std::optional<double> heightMm;
-    std::vector<DeviceEvent> events;  // in the order of the text; their times may run backward
+    DeviceEvents events;  // in the order of the text; their times may run backward
 
     std::string descriptionFile;  // the files that lines are of, for messages
     std::string eventsFile;

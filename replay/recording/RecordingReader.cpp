@@ -120,7 +120,7 @@ Converter MakeConverter(const DeviceText& text) {
     return converter;
 }
 
-void Convert(mtdev* converter, const DeviceEvent& event, std::vector<DeviceEvent>& converted) {
+void Convert(mtdev* converter, const DeviceEvent& event, DeviceEvents& converted) {
     input_event raw{};
     raw.input_event_sec = static_cast<decltype(raw.input_event_sec)>(event.timeUs / MicrosecondsPerSecond);
     raw.input_event_usec = static_cast<decltype(raw.input_event_usec)>(event.timeUs % MicrosecondsPerSecond);
@@ -136,9 +136,9 @@ void Convert(mtdev* converter, const DeviceEvent& event, std::vector<DeviceEvent
 
 // Protocol A lists all fingers in every report, without saying which is which. libmtdev finds that out. Reports with a
 // gap are left out whole: the next one lists everything again.
-std::vector<DeviceEvent> ToProtocolB(const DeviceText& text) {
+DeviceEvents ToProtocolB(const DeviceText& text) {
     const Converter converter = MakeConverter(text);
-    std::vector<DeviceEvent> converted;
+    DeviceEvents converted;
     std::vector<const DeviceEvent*> report;
     std::size_t contacts = 0;
     bool hasGap = false;
@@ -163,7 +163,7 @@ std::vector<DeviceEvent> ToProtocolB(const DeviceText& text) {
     return converted;
 }
 
-ReportList ReportsOf(const std::map<int, std::int32_t>& initialValues, const std::vector<DeviceEvent>& events) {
+ReportList ReportsOf(const std::map<int, std::int32_t>& initialValues, const DeviceEvents& events) {
     SlotTracker tracker(initialValues, events);
     ReportList reports;
     std::optional<std::int64_t> start;

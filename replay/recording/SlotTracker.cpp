@@ -15,7 +15,7 @@ std::optional<std::int32_t> ValueOf(const std::map<int, std::int32_t>& values, i
 
 }  // namespace
 
-SlotTracker::SlotTracker(const std::map<int, std::int32_t>& initialValues, const std::vector<DeviceEvent>& events)
+SlotTracker::SlotTracker(const std::map<int, std::int32_t>& initialValues, const DeviceEvents& events)
     : m_current(ValueOf(initialValues, ABS_MT_SLOT).value_or(0)),
       m_pointerX(ValueOf(initialValues, ABS_X)),
       m_pointerY(ValueOf(initialValues, ABS_Y)) {
@@ -24,7 +24,7 @@ SlotTracker::SlotTracker(const std::map<int, std::int32_t>& initialValues, const
 
 // A finger was down from the start in a slot whose first tracking id is a lift, and in one that gave a coordinate in a
 // report before its first tracking id. The first coordinates it gave are the best guess for the time before.
-void SlotTracker::FindFingersAtStart(const std::vector<DeviceEvent>& events) {
+void SlotTracker::FindFingersAtStart(const DeviceEvents& events) {
     struct Start {
         Slot slot;            // the coordinates before the first tracking id
         bool moved = false;   // in a report that has ended

@@ -21,7 +21,7 @@ class SlotTracker {
 public:
     // The initial values give the current slot and the pointer's position, by axis code. The events are looked through
     // once for fingers that are down from the start: those that move or lift without having landed.
-    SlotTracker(const std::map<int, std::int32_t>& initialValues, const std::vector<DeviceEvent>& events);
+    SlotTracker(const std::map<int, std::int32_t>& initialValues, const DeviceEvents& events);
 
     // Takes an event in; types and codes without a meaning for touch are ignored. True when it ends a report that
     // counts: one without lost events.
@@ -40,7 +40,7 @@ private:
         bool identified = false;  // a tracking id or a lift came since the last end of a report
     };
 
-    void FindFingersAtStart(const std::vector<DeviceEvent>& events);
+    void FindFingersAtStart(const DeviceEvents& events);
     void ApplyAxis(const DeviceEvent& event);
     void EndReport();
 
