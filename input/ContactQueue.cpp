@@ -108,7 +108,7 @@ void ContactQueue::Clear() noexcept {
 }
 
 void ContactQueue::Pass(std::int64_t elapsed) noexcept {
-    m_quiet = m_reported ? 0 : m_quiet + std::min(elapsed, GraceUs);
+    m_quiet = m_reported ? 0 : m_quiet + elapsed;
     m_reported = false;
     m_events.erase(m_events.begin(), m_events.begin() + static_cast<std::ptrdiff_t>(m_first));
     m_first = 0;

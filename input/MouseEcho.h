@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <tuple>
 
 namespace input {
 
@@ -16,9 +17,9 @@ struct MouseEvent {
     std::int32_t y = 0;
 };
 
-// What one frame brings about, in order: at most a lift with a click and a landing.
+// What one frame brings about, in order: at most two for each of its records, as ids may stand in it twice.
 struct MouseEvents {
-    std::array<MouseEvent, 4> events{};
+    std::array<MouseEvent, 2 * std::tuple_size_v<decltype(workflow::TouchFrame::records)>> events{};
     std::size_t count = 0;
 };
 

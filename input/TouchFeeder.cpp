@@ -122,6 +122,9 @@ void TouchFeeder::SendFrame(const std::optional<MadeFrame>& made) {
 }
 
 void TouchFeeder::SendEchoes() {
+    if (m_lateEchoes.count == 0) {
+        return;
+    }
     const MouseEvents echoes = std::exchange(m_lateEchoes, {});
     for (std::size_t i = 0; i < echoes.count; ++i) {
         m_sink.TakeMouse(*echoes.events.at(i).type, echoes.events.at(i).x, echoes.events.at(i).y);

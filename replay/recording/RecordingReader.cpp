@@ -310,9 +310,4 @@ Recording ReadRecording(std::istream& input, const std::string& fileName, const 
     return recording;
 }
 
-Recording ReadRecordingFile(const std::string& fileName, const std::string& device) {
-    std::ifstream file = OpenInputFile(fileName);
-    return ReadRecording(file, fileName, device);
-}
-
 }  // namespace replay

@@ -45,7 +45,4 @@ inline constexpr std::int32_t MostSlots = 1024;
 // report.
 [[nodiscard]] Recording ReadRecording(std::istream& input, const std::string& fileName, const std::string& device = {});
 
-// The same from a file. Throws ReadError also for a file that cannot be read.
-[[nodiscard]] Recording ReadRecordingFile(const std::string& fileName, const std::string& device = {});
-
 }  // namespace replay

@@ -2,7 +2,6 @@
 // in the line.
 #include "replay/session/SessionReader.h"
 
-#include "replay/files/InputFile.h"
 #include "replay/files/ReadError.h"
 #include "replay/session/JsonFields.h"
 #include "replay/session/ViewFields.h"
@@ -219,11 +218,6 @@ Session ReadSession(std::istream& input, const std::string& fileName) {
         throw ReadError(fileName, 1, "expected the header of a session, found no text");
     }
     return session;
-}
-
-Session ReadSessionFile(const std::string& fileName) {
-    std::ifstream file = OpenInputFile(fileName);
-    return ReadSession(file, fileName);
 }
 
 }  // namespace replay

@@ -21,7 +21,4 @@ inline constexpr std::array<std::string_view, 13> MouseMessageNames = {
 // end of the file.
 [[nodiscard]] Session ReadSession(std::istream& input, const std::string& fileName);
 
-// The same from a file. Throws ReadError also for a file that cannot be read.
-[[nodiscard]] Session ReadSessionFile(const std::string& fileName);
-
 }  // namespace replay

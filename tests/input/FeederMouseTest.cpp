@@ -62,6 +62,14 @@ TEST(FeederMouse, TheFirstFingerIsEchoedOneMessageLate) {
     }
 }
 
+TEST(MouseEcho, HasRoomForWhateverStandsInAFrame) {
+    workflow::TouchFrame frame;
+    for (std::size_t i = 0; i < frame.records.size(); ++i) {
+        frame.records.at(i) = {1, 100, 9, 0, i % 2 == 0 ? workflow::TouchDown : workflow::TouchUp};
+    }
+    EXPECT_EQ(input::MouseEcho().Follow(frame, false).count, 20U);
+}
+
 struct GateRow {
     const char* name;
     std::function<void(Screen&)> before;

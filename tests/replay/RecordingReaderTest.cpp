@@ -304,7 +304,6 @@ TEST(RecordingReader, AFaultIsNamedWithItsLine) {
             EXPECT_TRUE(std::string(error.what()).starts_with(expected)) << error.what() << ", but not " << expected;
         }
     }
-    EXPECT_THROW((void)replay::ReadRecordingFile("/nowhere/r.evemu"), replay::ReadError);
 }
 
 TEST(RecordingReader, ADeviceIsChosenByNameOrNode) {
@@ -397,7 +396,9 @@ TEST(RecordingReader, ReadsTheSharedRecordingsAsTheLibraryDoes) {
         std::ifstream input(file, std::ios::binary);
         ExpectTextOfLibrary(replay::ReadEvemuText(input, file.string()), file);
 
-        const Recording recording = replay::ReadRecordingFile(file.string());
+        input.clear();
+        input.seekg(0);
+        const Recording recording = replay::ReadRecording(input, file.string());
         std::size_t most = 0;
         std::set<std::int32_t> all;
         for (const Report& report : recording.reports) {

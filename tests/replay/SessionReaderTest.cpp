@@ -173,7 +173,7 @@ TEST(SessionReader, LineEndsOfEveryHabitAreTaken) {
 TEST(SessionReader, AFileThatCannotBeReadIsNamed) {
     for (const std::string name : {"/nowhere/a.jsonl", "/"}) {
         try {
-            (void)replay::ReadSessionFile(name);
+            const replay::InputFile input(name);
             ADD_FAILURE() << name;
         } catch (const replay::ReadError& error) {
             EXPECT_TRUE(std::string(error.what()).starts_with(name + ": cannot be read: ")) << error.what();

@@ -32,7 +32,8 @@ std::string TraceOf(const std::string& name) {
 }
 
 std::string Replayed(const fs::path& path) {
-    const replay::Session session = replay::ReadSessionFile(path.string());
+    std::ifstream file(path);
+    const replay::Session session = replay::ReadSession(file, path.string());
     replay::Player player(session, TOUCHNAV_PLUGIN, nullptr);
     std::ostringstream trace;
     const auto& component = static_cast<const touch::TouchWorkflow&>(*player.GetViewer().GetComponent());

@@ -103,7 +103,8 @@ void TouchWorkflow::FlyAndTurn(const dg::DVec3& travel) {
 }
 
 double TouchWorkflow::PerspectivePinchZoom(double spanDelta) const {
-    return GetPinchTravel(spanDelta, m_viewPixelWidth, m_frame.GetShapeView().GetNavSpeed(), m_zoomStep);
+    const double speed = m_frame.GetShapeView().GetNavSpeed();
+    return GetPinchTravel(spanDelta, m_viewPixelWidth, speed, m_zoomStep);
 }
 
 double TouchWorkflow::OrthographicDragZoom(double delta) const {
