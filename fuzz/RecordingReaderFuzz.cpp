@@ -66,6 +66,7 @@ void CheckRecording(const Recording& recording) {
 // The views that recordings are played to: every shape of conversion, and the smallest and largest of sizes.
 RecordingOptions OptionsFor(std::size_t choice) {
     RecordingOptions options;
+    options.feeding = choice / 4 % 2 == 0 ? input::Feeding::FixedStep : input::Feeding::EveryReport;
     switch (choice % 4) {
     case 0: break;
     case 1:

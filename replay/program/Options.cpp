@@ -92,6 +92,7 @@ public:
             ParseSize(*m_size, m_options.recording);
         }
         m_options.recording.orthographic = m_camera == "orthographic";
+        m_options.recording.feeding = m_everyReport ? input::Feeding::EveryReport : input::Feeding::FixedStep;
         CheckView();
         for (const CLI::Option* option : m_recordingOptions) {
             if (option->count() > 0) {
@@ -186,6 +187,9 @@ private:
                 ->check(CLI::IsMember(EnvironmentSwitches))
                 ->expected(1)
                 ->take_all(),
+            m_app.add_flag("--every-report", m_everyReport,
+                           "Send a frame for each report of the device, when it comes, and not one every 10 ms of what "
+                           "the fingers did meanwhile"),
             m_app.add_flag("--mouse-echo", m_options.mouseEcho,
                            "Send the mouse messages, too, that a system makes of touch"),
         };
@@ -198,6 +202,7 @@ private:
     Options m_options;
     std::optional<std::string> m_size;
     std::string m_camera = "orthographic";
+    bool m_everyReport = false;
     std::vector<CLI::Option*> m_recordingOptions;
 };
 

@@ -1,5 +1,4 @@
-// Flips and turns fractions of the panel and rounds once, to pixels. No pixel is 0, because the component takes a
-// coordinate of 0 for none.
+// Flips and turns fractions of the panel, and spreads them over the view's pixels.
 #include "replay/recording/Mounting.h"
 
 #include "viewer/ViewSpec.h"
@@ -19,10 +18,8 @@ double FractionOf(std::int32_t coordinate, const DeviceAxis& axis) {
     return (static_cast<double>(coordinate) - axis.minimum) / (static_cast<double>(axis.maximum) - axis.minimum);
 }
 
-std::int32_t PixelAt(double fraction, std::uint32_t pixels) {
-    const double last = std::max(1.0, static_cast<double>(pixels) - 1);
-    const double bounded = std::clamp(std::round(fraction * last), 1.0, last);
-    return static_cast<std::int32_t>(std::min(bounded, static_cast<double>(std::numeric_limits<std::int32_t>::max())));
+double PixelsAt(double fraction, std::uint32_t pixels) {
+    return fraction * std::max(1.0, static_cast<double>(pixels) - 1);
 }
 
 int PixelsPerInch(std::uint32_t pixels, const DeviceAxis& axis) {
@@ -39,19 +36,19 @@ PanelMapping::PanelMapping(const DeviceAxis& x, const DeviceAxis& y, const Mount
                            std::uint32_t height)
     : m_x(x), m_y(y), m_mounting(mounting), m_width(width), m_height(height) {}
 
-Pixel PanelMapping::PixelOf(std::int32_t x, std::int32_t y) const {
+input::Place PanelMapping::PlaceOf(std::int32_t x, std::int32_t y) const {
     double right = FractionOf(x, m_x);
     double down = FractionOf(y, m_y);
     right = m_mounting.flipX ? 1 - right : right;
     down = m_mounting.flipY ? 1 - down : down;
-    const auto pixelAt = [&](double fromLeft, double fromTop) {
-        return Pixel{PixelAt(fromLeft, m_width), PixelAt(1 - fromTop, m_height)};
+    const auto placeAt = [&](double fromLeft, double fromTop) {
+        return input::Place{PixelsAt(fromLeft, m_width), PixelsAt(1 - fromTop, m_height)};
     };
     switch (m_mounting.rotation) {
-    case 90: return pixelAt(1 - down, right);
-    case 180: return pixelAt(1 - right, 1 - down);
-    case 270: return pixelAt(down, 1 - right);
-    default: return pixelAt(right, down);
+    case 90: return placeAt(1 - down, right);
+    case 180: return placeAt(1 - right, 1 - down);
+    case 270: return placeAt(down, 1 - right);
+    default: return placeAt(right, down);
     }
 }
 

@@ -1,6 +1,7 @@
-// How a panel sits in front of its picture: the one mapping from device units to pixels of a view.
+// How a panel sits in front of its picture: the one mapping from device units to places in a view.
 #pragma once
 
+#include "input/Geometry.h"
 #include "replay/recording/RecordingReader.h"
 
 #include <cstdint>
@@ -14,13 +15,6 @@ struct Mounting {
     int rotation = 0;    // clockwise, in degrees: 0, 90, 180 or 270; by 90, the panel's top edge is at the view's right
 };
 
-struct Pixel {
-    std::int32_t x = 0;  // from the view's left edge
-    std::int32_t y = 0;  // from its lower edge
-
-    friend bool operator==(const Pixel&, const Pixel&) = default;
-};
-
 // Spreads the range of a panel over the whole of a view.
 class PanelMapping {
 public:
@@ -28,9 +22,9 @@ public:
     PanelMapping(const DeviceAxis& x, const DeviceAxis& y, const Mounting& mounting, std::uint32_t width,
                  std::uint32_t height);
 
-    // Where a coordinate of the panel, from its left and from its top, is in the view. What lies outside the panel's
-    // range is at the nearest edge, and never in the view's first column or row: a touch record's 0 means no value.
-    [[nodiscard]] Pixel PixelOf(std::int32_t x, std::int32_t y) const;
+    // Where a coordinate of the panel, from its left and from its top, is in the view: in pixels from the middle of the
+    // lower left one, not rounded. What lies outside the panel's range is outside the view.
+    [[nodiscard]] input::Place PlaceOf(std::int32_t x, std::int32_t y) const;
 
     // Pixels per inch, at least 1; 96 where the panel's size is not known.
     [[nodiscard]] int PixelsPerInchX() const;

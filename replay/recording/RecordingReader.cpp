@@ -163,11 +163,13 @@ DeviceEvents ToProtocolB(const DeviceText& text) {
     return converted;
 }
 
-ReportList ReportsOf(const std::map<int, std::int32_t>& initialValues, const DeviceEvents& events) {
+// Lets go of each event when it has been followed: a long recording is not in memory twice.
+ReportList ReportsOf(const std::map<int, std::int32_t>& initialValues, DeviceEvents events) {
     SlotTracker tracker(initialValues, events);
     ReportList reports;
     std::optional<std::int64_t> start;
-    for (const DeviceEvent& event : events) {
+    for (; !events.empty(); events.pop_front()) {
+        const DeviceEvent& event = events.front();
         if (tracker.Apply(event)) {
             start = start.value_or(event.timeUs);
             reports.Add({event.timeUs - *start, tracker.Contacts()});
@@ -294,7 +296,7 @@ Recording ReadRecording(std::istream& input, const std::string& fileName, const 
     auto [head, line] = ReadHead(input);
     WholeText whole(std::move(head), input, fileName);
     std::istream stream(&whole);
-    const DeviceText text =
+    DeviceText text =
         IsLibinputLine(line) ? ReadLibinput(stream, fileName, device) : ReadEvemu(stream, fileName, device);
     Recording recording;
     recording.deviceName = text.name;
@@ -302,8 +304,10 @@ Recording ReadRecording(std::istream& input, const std::string& fileName, const 
     recording.y = AxisOf(text, ABS_MT_POSITION_Y, text.heightMm);
     CheckEvents(text);
     const bool isProtocolB = text.axes.contains(ABS_MT_SLOT);
-    recording.reports =
-        isProtocolB ? ReportsOf(text.initialValues, text.events) : ReportsOf(text.initialValues, ToProtocolB(text));
+    if (!isProtocolB) {
+        text.events = ToProtocolB(text);
+    }
+    recording.reports = ReportsOf(text.initialValues, std::move(text.events));
     if (recording.reports.GetCount() == 0) {
         throw ReadError(text.eventsFile, "expected a report of touch without lost events (SYN_DROPPED)");
     }

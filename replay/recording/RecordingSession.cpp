@@ -1,27 +1,27 @@
-// Does what a host does: ticks every 10 ms, a frame for each report that changes something, and frames that repeat
-// resting fingers. The ticks go on long enough after the last report for a silent touch to end.
+// Does what a host does: feeds what the device reported, and keeps what comes out. The clock goes on long enough after
+// the last report for a silent touch to end.
 #include "replay/recording/RecordingSession.h"
 
 #include "host/dg/Functions.h"
 #include "host/dg/Vec.h"
+#include "input/Thresholds.h"
+#include "input/TouchFeeder.h"
+#include "replay/recording/ReportFeeder.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <numbers>
-#include <optional>
 #include <utility>
 
 namespace replay {
 
 namespace {
 
-constexpr std::int64_t TickMs = 10;
-constexpr std::int64_t TailMs = 600;  // longer than the silence of 500 ms that ends a touch
-// Both clocks start above zero: a time of 0 or less carries no value.
-constexpr std::int64_t HostClockStartMs = 1000;
-constexpr std::int32_t TouchClockStartMs = 1000;
-constexpr std::int64_t MicrosecondsPerMs = 1000;
+// The clock goes on for this long after the last report: longer than the silence of 500 ms that ends a touch.
+constexpr std::int64_t TailUs = 600 * input::UsPerMs;
+// By then the last lift has come out of the feeder; fingers that are still down go without one.
+constexpr std::int64_t SettleUs = 2 * input::StepUs;
 
 // Default cameras look at the middle of the model from the front right and above, Z up, and show it with a little room
 // around it: lengths are in radii of the model, half the diagonal of its bounds. The perspective window opens 17
@@ -87,131 +87,44 @@ viewer::ViewSpec MakeView(const RecordingOptions& options) {
     return view;
 }
 
-// Sends the reports of a recording as touch frames.
-class FrameSource {
+// Keeps what a feeder sends as the events of a session.
+class EventList : public input::FeederSink {
 public:
-    explicit FrameSource(const PanelMapping& mapping) : m_mapping(mapping) {}
-
-    // A frame for the report, or none if it changes nothing.
-    std::optional<TouchEvent> FrameOf(const Report& report, std::int64_t ms) {
-        if (report.contacts == m_reported) {
-            return std::nullopt;
-        }
-        m_reported = report.contacts;
-
-        // What stays and what goes comes before what is new, so that a full frame never loses a lift.
-        std::size_t room = workflow::TouchFrame().records.size() - m_fingers.size();
-        std::vector<Finger> fingers;
-        for (const Finger& finger : m_fingers) {
-            if (!Find(report, finger)) {
-                fingers.push_back(
-                    {finger.slot, {finger.record.id, finger.record.x, finger.record.y, 0, workflow::TouchUp}});
-            }
-        }
-        for (const Contact& contact : report.contacts) {
-            const bool isKnown = std::any_of(m_fingers.begin(), m_fingers.end(),
-                                             [&](const Finger& finger) { return IsSame(finger, contact); });
-            if (isKnown || room > 0) {
-                room -= isKnown ? 0 : 1;
-                fingers.push_back(
-                    {contact.slot, RecordOf(contact, isKnown ? workflow::TouchMove : workflow::TouchDown)});
-            }
-        }
-        std::stable_sort(fingers.begin(), fingers.end(),
-                         [](const Finger& a, const Finger& b) { return a.slot < b.slot; });
-        m_fingers = std::move(fingers);
-        return Send(ms);
+    void TakeFrame(const workflow::TouchFrame& frame) override { m_events.emplace_back(TouchEvent{frame}); }
+    void TakeTick(std::int64_t now, std::int64_t interval) override {
+        m_events.emplace_back(TimerEvent{now, interval});
     }
-
-    // A frame that repeats every finger, or none if no finger is down.
-    std::optional<TouchEvent> RestFrame(std::int64_t ms) {
-        for (Finger& finger : m_fingers) {
-            finger.record.flags = workflow::TouchMove;
-        }
-        return Send(ms);
-    }
-
-private:
-    struct Finger {
-        std::int32_t slot;
-        workflow::TouchRecord record;
-    };
-
-    static bool IsSame(const Finger& finger, const Contact& contact) {
-        return finger.slot == contact.slot && finger.record.id == contact.trackingId;
-    }
-
-    static bool Find(const Report& report, const Finger& finger) {
-        return std::any_of(report.contacts.begin(), report.contacts.end(),
-                           [&](const Contact& contact) { return IsSame(finger, contact); });
-    }
-
-    [[nodiscard]] workflow::TouchRecord RecordOf(const Contact& contact, std::int32_t flags) const {
-        const Pixel pixel = m_mapping.PixelOf(contact.x, contact.y);
-        return {contact.trackingId, pixel.x, pixel.y, 0, flags};
-    }
-
-    std::optional<TouchEvent> Send(std::int64_t ms) {
-        if (m_fingers.empty()) {
-            return std::nullopt;
-        }
-        TouchEvent event;
-        for (std::size_t i = 0; i < m_fingers.size(); ++i) {
-            event.frame.records.at(i) = m_fingers[i].record;
-            event.frame.records.at(i).time = TouchClockStartMs + static_cast<std::int32_t>(ms);
-        }
-        event.frame.count = static_cast<std::int32_t>(m_fingers.size());
-        std::erase_if(m_fingers, [](const Finger& finger) { return finger.record.flags == workflow::TouchUp; });
-        return event;
-    }
-
-    const PanelMapping& m_mapping;
-    std::vector<Contact> m_reported;  // as in the last report
-    std::vector<Finger> m_fingers;    // by slot; with their last records; at most as many as a frame has
-};
-
-// Puts ticks, frames of reports and frames of resting fingers in the order of their times.
-class Timeline {
-public:
-    Timeline(const Recording& recording, const PanelMapping& mapping)
-        : m_source(mapping), m_next(recording.reports.begin()), m_end(recording.reports.end()) {
-        const auto ticks = static_cast<std::size_t>((TimeOf(recording.reports.GetLast()) + TailMs) / TickMs + 2);
-        m_events.reserve(2 * ticks + recording.reports.GetCount());
-        const std::int64_t lastMs = TimeOf(recording.reports.GetLast());
-        for (std::int64_t tick = 0; tick < lastMs + TailMs + TickMs; tick += TickMs) {
-            m_events.emplace_back(TimerEvent{HostClockStartMs + tick, TickMs});
-            AddReportsBefore(tick + 1);
-            if (m_next != m_end && tick - m_lastFrameMs >= TickMs) {
-                Add(m_source.RestFrame(tick), tick);
-            }
-            AddReportsBefore(tick + TickMs);
-        }
+    void TakeMouse(const du::Symbol& type, std::int32_t x, std::int32_t y) override {
+        m_events.emplace_back(MouseEvent{type.GetString(), x, y});
     }
 
     [[nodiscard]] std::vector<Event> TakeEvents() { return std::move(m_events); }
 
 private:
-    static std::int64_t TimeOf(const Report& report) { return report.timeUs / MicrosecondsPerMs; }
-
-    void AddReportsBefore(std::int64_t ms) {
-        for (; m_next != m_end && TimeOf(*m_next) < ms; ++m_next) {
-            Add(m_source.FrameOf(*m_next, TimeOf(*m_next)), TimeOf(*m_next));
-        }
-    }
-
-    void Add(const std::optional<TouchEvent>& frame, std::int64_t ms) {
-        if (frame) {
-            m_events.emplace_back(*frame);
-            m_lastFrameMs = ms;
-        }
-    }
-
-    FrameSource m_source;
-    ReportList::Iterator m_next;
-    std::default_sentinel_t m_end;
-    std::int64_t m_lastFrameMs = 0;  // since the first report, like every time here
     std::vector<Event> m_events;
 };
+
+// Plays the reports to a feeder whose host looks at the clock every 10 ms.
+std::vector<Event> EventsOf(const Recording& recording, const PanelMapping& mapping, const RecordingOptions& options) {
+    EventList events;
+    input::TouchFeeder feeder(events, {.feeding = options.feeding, .ids = input::RecordIds::Own, .firstTickMs = 0});
+    feeder.SetGeometry({.width = options.width, .height = options.height, .rowsDown = false});
+    ReportFeeder reports(feeder, mapping);
+    ReportList::Iterator next = recording.reports.begin();
+    const std::int64_t lastUs = recording.reports.GetLast().timeUs;
+    bool isOver = false;
+    for (std::int64_t now = 0; now < lastUs + TailUs + SettleUs; now += input::StepUs) {
+        for (; next != recording.reports.end() && next->timeUs <= now; ++next) {
+            reports.Tell(*next);
+        }
+        feeder.Advance(static_cast<double>(now) / static_cast<double>(input::UsPerMs));
+        if (!isOver && now >= lastUs + SettleUs) {
+            feeder.ForgetAll();
+            isOver = true;
+        }
+    }
+    return events.TakeEvents();
+}
 
 }  // namespace
 
@@ -222,7 +135,7 @@ Session SessionFromRecording(const Recording& recording, const RecordingOptions&
     session.host.ppiY = mapping.PixelsPerInchY();
     session.host.environment = options.environment;
     session.view = MakeView(options);
-    session.events = Timeline(recording, mapping).TakeEvents();
+    session.events = EventsOf(recording, mapping, options);
     return session;
 }
 

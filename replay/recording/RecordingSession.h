@@ -2,6 +2,7 @@
 #pragma once
 
 #include "host/dg/Box.h"
+#include "input/ContactQueue.h"
 #include "replay/recording/Mounting.h"
 #include "replay/recording/RecordingReader.h"
 #include "replay/session/Session.h"
@@ -21,15 +22,15 @@ struct RecordingOptions {
     bool orthographic = true;            // camera of a shape view
     std::string navMethod = "standard";  // of a shape view
     std::vector<std::string> environment;
+    input::Feeding feeding = input::Feeding::FixedStep;
     dg::DBox bounds{{-2, -2, -2}, {2, 2, 2}};  // of the model in a shape view; may be empty
 };
 
-// The device's range is spread over the whole view, as PanelMapping says. Ticks come every 10 ms, the first together
-// with the first report and before its frame, the last 600 ms after everything else. Fingers that rest are sent again
-// on every tick while the device says nothing new. Fingers that are still down when the recording ends are not lifted:
-// the silence that follows ends the touch. A finger beyond the tenth waits until there is room in the frame. The pixels
-// per inch are those of the device, if its size is known, else 96. A shape view shows the rotation centre and a camera
-// that frames the bounds.
+// The device's range is spread over the whole view, as PanelMapping says, and its reports go through
+// input::TouchFeeder, as those of a screen at hand would. Ticks come every 10 ms, the first at the first report, the
+// last 600 ms after the last one. Fingers that are still down when the recording ends are not lifted: the silence that
+// follows ends the touch. The pixels per inch are those of the device, if its size is known, else 96. A shape view
+// shows the rotation centre and a camera that frames the bounds.
 [[nodiscard]] Session SessionFromRecording(const Recording& recording, const RecordingOptions& options);
 
 }  // namespace replay
